@@ -1,0 +1,39 @@
+include(GenerateExportHeader)
+
+# What every target of this project is compiled with.
+function(corvane_compile_options target)
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+  if(PROJECT_IS_TOP_LEVEL AND CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  endif()
+endfunction()
+
+# A library with hidden visibility whose sources and headers, included as <name/Header.h>, stand in the current folder.
+# The export header is generated; it is a file set of its own, since the build folder may lie inside the source folder.
+function(corvane_add_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC_HEADERS")
+  string(TOUPPER ${name} upper)
+
+  add_library(${name})
+  add_library(${name}::${name} ALIAS ${name})
+  corvane_compile_options(${name})
+  set_target_properties(
+    ${name}
+    PROPERTIES CXX_VISIBILITY_PRESET hidden
+               VISIBILITY_INLINES_HIDDEN ON
+               VERSION ${PROJECT_VERSION}
+               SOVERSION ${PROJECT_VERSION_MAJOR}
+               INSTALL_RPATH "$ORIGIN")
+
+  set(generated ${PROJECT_BINARY_DIR}/generated)
+  generate_export_header(${name} EXPORT_FILE_NAME ${generated}/${name}/Export.h)
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${name} PUBLIC ${upper}_STATIC_DEFINE)
+  endif()
+  target_sources(
+    ${name}
+    PRIVATE ${arg_SOURCES}
+    PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_PUBLIC_HEADERS}
+    PUBLIC FILE_SET generated_headers TYPE HEADERS BASE_DIRS ${generated} FILES ${generated}/${name}/Export.h)
+endfunction()

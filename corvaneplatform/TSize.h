@@ -1,0 +1,10 @@
+#pragma once
+
+/// The platform's pair of a width and a height.
+struct TSize
+{
+    constexpr TSize(int sizeWidth, int sizeHeight) : width(sizeWidth), height(sizeHeight) {}
+
+    int width;
+    int height;
+};

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <algorithm>
+#include <iterator>
+
+namespace corvane {
+
+/// A new `Destination` with the result of `function` for every element of `source`, from begin to end. Each
+/// result is moved in behind the one before it; a set drops those that it already holds.
+template <typename Destination, typename Source, typename Function>
+[[nodiscard]] Destination transform_to(const Source& source, Function function)
+{
+    Destination destination;
+    std::transform(source.begin(), source.end(), std::inserter(destination, destination.end()), function);
+    return destination;
+}
+
+} // namespace corvane
