@@ -1,0 +1,11 @@
+#pragma once
+
+#include <corvaneplatform/ThrowLogicException.h>
+
+/// Throws the platform's logic exception, with the condition's text, unless the condition holds. `source`
+/// names the source without its extension, so that the text is the same on every machine that builds it.
+#define CORVANEMARKUP_CHECK(source, condition)                                                               \
+    do {                                                                                                     \
+        if (!(condition))                                                                                    \
+            ThrowLogicException(source, __LINE__, #condition);                                               \
+    } while (false)

@@ -1,0 +1,64 @@
+#include <corvanemarkup/Check.h>
+#include <corvanemarkup/CorvaneMarkupTokenizer.h>
+#include <corvanemarkup/DelimiterSearch.h>
+#include <corvanemarkup/MarkupScanner.h>
+#include <corvanemarkup/VizInTooltipImpl.h>
+
+#include <bitset>
+
+namespace corvanemarkup {
+
+using namespace Internal;
+
+CorvaneMarkupTokenizer::CorvaneMarkupTokenizer(const TString& text) : m_text(text) {}
+
+int CorvaneMarkupTokenizer::FindNextMarkupElement(int offset)
+{
+    m_offset = offset;
+    FindStartOfToken();
+    if (m_offset < 0)
+        return -1;
+    FindEndOfTokenAndUpdateStartIfNeeded(IsTextAtOffsetSheetMarkup(m_offset + 1));
+    return m_tokenStart;
+}
+
+TString CorvaneMarkupTokenizer::GetContentOfCurrentMarkupElement() const
+{
+    CORVANEMARKUP_CHECK("corvanemarkup/CorvaneMarkupTokenizer", m_offset >= 0);
+    return m_text.Mid(m_tokenStart + 1, m_offset - m_tokenStart - 1);
+}
+
+bool CorvaneMarkupTokenizer::IsTextAtOffsetSheetMarkup(int offset) const
+{
+    return VizInTooltip::Impl::IsSheetMarkupText(m_text, offset);
+}
+
+void CorvaneMarkupTokenizer::FindOneOfNotEscaped(const TString& delimiters)
+{
+    std::bitset<0x10000> isDelimiter;
+    for (const char16_t unit : ViewOf(delimiters))
+        isDelimiter.set(unit);
+    const auto findDelimiter = [&isDelimiter](TextView text, std::size_t from) {
+        while (from < text.size() && !isDelimiter[text[from]])
+            ++from;
+        return from < text.size() ? from : NotFound;
+    };
+    m_offset = ToOffset(FindNotEscaped(ViewOf(m_text), FromOffset(m_offset), findDelimiter));
+}
+
+void CorvaneMarkupTokenizer::FindStartOfToken()
+{
+    m_offset = ToOffset(FindNotEscaped<u'<'>(ViewOf(m_text), FromOffset(m_offset)));
+    if (m_offset >= 0)
+        m_tokenStart = m_offset;
+}
+
+void CorvaneMarkupTokenizer::FindEndOfTokenAndUpdateStartIfNeeded(bool isSheetMarkup)
+{
+    const ElementBounds element = FindEndOfElement(ViewOf(m_text), FromOffset(m_tokenStart),
+                                                   static_cast<std::size_t>(m_offset + 1), isSheetMarkup);
+    m_offset = ToOffset(element.End);
+    m_tokenStart = element.Found() ? ToOffset(element.Start) : -1;
+}
+
+} // namespace corvanemarkup

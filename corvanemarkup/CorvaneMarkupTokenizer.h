@@ -1,0 +1,63 @@
+#pragma once
+
+/// Finds the elements of a tooltip text one by one:
+///
+///     See <b>the <Sheet name="Q1 > Q2"> of <<2024>>
+///         ^^^    ^^^^^^^^^^^^^^^^^^^^^^
+///         elements; `<<` and `>>` are escaped
+///
+/// - A doubled delimiter is escaped, and no delimiter. A run of one delimiter is read in pairs from its left
+/// end.
+/// - An element that meets a further `<` before its `>` restarts there.
+/// - Quotes protect brackets only inside a sheet element, and then up to the element's end.
+
+#include <corvanemarkup/Export.h>
+#include <corvaneplatform/TString.h>
+
+namespace corvanemarkup {
+
+/// Positions count UTF-16 code units, and -1 means not found. Each search takes time linear in the text.
+class CORVANEMARKUP_EXPORT CorvaneMarkupTokenizer
+{
+public:
+    explicit CorvaneMarkupTokenizer(const TString& text);
+
+    /// Finds the first element that starts at or after `offset`, and returns the position of its `<`. -1 if
+    /// there is none, or if the element found has no end: nothing behind its `<` is reported then. Offsets
+    /// outside the text find nothing.
+    ///
+    /// Afterwards `GetOffset` and `GetTokenStart` tell, in this order:
+    /// - element found: the position of its `>`, and of its `<`;
+    /// - no `<`: -1, and the start as it was before;
+    /// - no end: -1, and -1.
+    int FindNextMarkupElement(int offset);
+
+    /// The text between the brackets of the element just found, doubled delimiters left doubled. Throws
+    /// through `ThrowLogicException` ("m_offset >= 0") before any search and after one that found nothing.
+    [[nodiscard]] TString GetContentOfCurrentMarkupElement() const;
+
+    /// `VizInTooltip::Impl::IsSheetMarkupText` on this text.
+    [[nodiscard]] bool IsTextAtOffsetSheetMarkup(int offset) const;
+
+    /// The scanning position; -1 after a search that failed.
+    [[nodiscard]] int GetOffset() const { return m_offset; }
+    /// The position of the current element's `<`, or -1.
+    [[nodiscard]] int GetTokenStart() const { return m_tokenStart; }
+
+    /// The steps of a search, for a walk of one's own. Each goes on from the scanning position.
+
+    /// Moves to the next of `delimiters` that isn't escaped, or to -1. Stays at -1.
+    void FindOneOfNotEscaped(const TString& delimiters);
+    /// Moves to the next `<` that isn't escaped, and takes it as the current element's start; or moves to -1.
+    void FindStartOfToken();
+    /// From an element's `<`, moves to its `>`, and moves the element's start to each `<` at which it
+    /// restarts. With no end, both become -1. `isSheetMarkup` tells whether quotes protect brackets.
+    void FindEndOfTokenAndUpdateStartIfNeeded(bool isSheetMarkup);
+
+private:
+    TString m_text;
+    int m_offset = -1;
+    int m_tokenStart = -1;
+};
+
+} // namespace corvanemarkup

@@ -1,0 +1,74 @@
+#include <corvanemarkup/MarkupElementFinders.h>
+#include <corvanemarkup/MarkupScanner.h>
+
+namespace corvanemarkup {
+
+using namespace Internal;
+
+int FindNextMarkupElement(const TString& text, int offset, TString& content)
+{
+    const ElementBounds element = FindElement(ViewOf(text), FromOffset(offset));
+    if (!element.Found())
+        return -1;
+    content = ToString(element.ContentIn(ViewOf(text)));
+    return ToOffset(element.Start);
+}
+
+int FindNextKnownMarkupElement(const TString& text, int offset, int& elementLength, TString& content,
+                               const std::function<bool(const TString&)>& isKnownElement)
+{
+    // Found apart, so that `content` is as it was if the predicate throws.
+    TString found;
+    const int start = FindNextMarkupElement(text, offset, found);
+    const bool isKnown = isKnownElement(start < 0 ? content : found);
+    if (start >= 0)
+        content = std::move(found);
+    if (!isKnown)
+        return -1;
+    elementLength = content.length() + 2;
+    return start;
+}
+
+std::vector<std::pair<CorvaneCharRange, TString>>
+FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const TString&)>& isKnownElement)
+{
+    std::vector<std::pair<CorvaneCharRange, TString>> result;
+    const TextView view = ViewOf(text);
+    const TString nothing;
+    ElementLookup elements(view);
+    ElementBounds current; // what `content` is the content of
+    TString content;
+    for (std::size_t offset = 0; offset < view.size();) {
+        const ElementBounds element = elements.FindFrom(offset);
+        if (element.Found() && element != current) {
+            current = element;
+            content = ToString(element.ContentIn(view));
+        }
+        const bool isKnown = isKnownElement(element.Found() ? content : nothing);
+        if (isKnown && element.Found()) {
+            offset = element.End + 1;
+            const CorvaneCharRange range{static_cast<std::int64_t>(element.Start),
+                                         static_cast<std::int64_t>(offset)};
+            result.emplace_back(range, std::move(content));
+        } else {
+            ++offset;
+        }
+    }
+    return result;
+}
+
+std::set<TString> CollectMarkupElements(const TString& text)
+{
+    std::set<TString> contents;
+    const TextView view = ViewOf(text);
+    for (std::size_t offset = 0; offset < view.size();) {
+        const ElementBounds element = FindElement(view, offset);
+        if (!element.Found())
+            break;
+        contents.insert(ToString(element.ContentIn(view)));
+        offset = element.End + 1;
+    }
+    return contents;
+}
+
+} // namespace corvanemarkup

@@ -1,0 +1,61 @@
+#pragma once
+
+/// Finding elements in a view of a tooltip text.
+
+#include <corvanemarkup/TextView.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace corvanemarkup::Internal {
+
+/// An element: the positions of its `<` and of its `>`. `End` is `NotFound` if there is none.
+struct ElementBounds
+{
+    std::size_t Start = NotFound;
+    std::size_t End = NotFound;
+
+    [[nodiscard]] bool Found() const { return End != NotFound; }
+    [[nodiscard]] bool operator!=(const ElementBounds& other) const
+    {
+        return Start != other.Start || End != other.End;
+    }
+    [[nodiscard]] TextView ContentIn(TextView text) const { return text.substr(Start + 1, End - Start - 1); }
+};
+
+/// The element that begins with the `<` at `start`, or the one that it restarts as at a later `<`. `from` is
+/// where the search for its end begins, and `isSheetMarkup` tells whether quotes protect brackets until it
+/// restarts.
+[[nodiscard]] ElementBounds FindEndOfElement(TextView text, std::size_t start, std::size_t from,
+                                             bool isSheetMarkup);
+
+/// The first element that starts at or after `offset`.
+[[nodiscard]] ElementBounds FindElement(TextView text, std::size_t offset);
+
+/// Tells for each offset of a text which element `FindElement` finds from there, for offsets that never fall,
+/// in time linear in the text for all of them together.
+class ElementLookup
+{
+public:
+    explicit ElementLookup(TextView text) : m_text(text) {}
+
+    [[nodiscard]] ElementBounds FindFrom(std::size_t offset);
+
+private:
+    /// What a search finds that begins behind the `<` before this one, up to and including this one.
+    struct Answer
+    {
+        std::int32_t Delimiter; ///< the position of this `<`
+        std::int32_t Start;     ///< of the element, or -1
+        std::int32_t End;
+    };
+
+    void AnswerFrom(std::size_t offset);
+
+    TextView m_text;
+    /// Where the walk goes on if it keeps the element found last; `NotFound` once all answers are at hand.
+    std::size_t m_next = 0;
+    std::vector<Answer> m_answers; ///< the last one stands for the first `<`
+};
+
+} // namespace corvanemarkup::Internal

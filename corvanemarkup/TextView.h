@@ -1,0 +1,40 @@
+#pragma once
+
+/// All scanning works on a view of the text: nothing is copied until there is a result.
+
+#include <corvaneplatform/TString.h>
+
+#include <cstddef>
+#include <string_view>
+
+namespace corvanemarkup::Internal {
+
+using TextView = std::u16string_view;
+
+/// The position that stands for "not found", the -1 of the public interface.
+constexpr std::size_t NotFound = TextView::npos;
+
+inline TextView ViewOf(const TString& text)
+{
+    return TextView(text.constData(), static_cast<std::size_t>(text.length()));
+}
+
+/// `text` must be part of a `TString`, so that its length fits an `int`.
+inline TString ToString(TextView text)
+{
+    return TString(text.data(), static_cast<int>(text.size()));
+}
+
+/// A position as the public interface tells it. `position` must be `NotFound` or lie in a `TString`.
+inline int ToOffset(std::size_t position)
+{
+    return position == NotFound ? -1 : static_cast<int>(position);
+}
+
+/// A position from the public interface: `NotFound` if it is negative.
+inline std::size_t FromOffset(int offset)
+{
+    return offset < 0 ? NotFound : static_cast<std::size_t>(offset);
+}
+
+} // namespace corvanemarkup::Internal

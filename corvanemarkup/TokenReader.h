@@ -1,0 +1,45 @@
+#pragma once
+
+#include <corvanemarkup/TextView.h>
+#include <corvanemarkup/TokenizeAttributedMarkupText.h>
+
+namespace corvanemarkup::Internal {
+
+struct TokenView
+{
+    TokenKind Kind;
+    TextView Text;
+};
+
+/// Reads the tokens of an element's content one after the other, in time linear in the content, and copies
+/// nothing.
+class TokenReader
+{
+public:
+    explicit TokenReader(TextView text);
+
+    /// Sets `token` to the next token; false at the end of the text, and at a failure.
+    bool Next(TokenView& token);
+    /// Whether the text doesn't tokenize. Certain only when `Next` has returned false.
+    [[nodiscard]] bool Failed() const { return m_failed; }
+
+private:
+    [[nodiscard]] std::size_t FindEndOfAttribute() const;
+
+    TextView m_text;
+    std::size_t m_position = 0;
+    std::size_t m_nameEnd;
+    bool m_nameRead = false;
+    bool m_failed;
+};
+
+/// `TokenizeResult` on a view of the text.
+struct TokenViews
+{
+    bool Success;
+    std::vector<TokenView> Tokens;
+};
+
+[[nodiscard]] TokenViews ReadTokens(TextView text);
+
+} // namespace corvanemarkup::Internal
