@@ -12,7 +12,11 @@
 #include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>
 
+#include <boost/optional.hpp>
+
+#include <map>
 #include <set>
+#include <vector>
 
 namespace corvanemarkup::VizInTooltip {
 
@@ -53,5 +57,81 @@ ReplaceSheetNameInSheetMarkupText(const MarkupText& sheetMarkupText, const TStri
 /// has no `name` ("nameToken").
 [[nodiscard]] CORVANEMARKUP_EXPORT CorvaneCharRange
 GetCharRangeOfSheetNameAttributeValue(const MarkupText& sheetMarkupText);
+
+/// The whole `filter` attribute of an element in its text, from its name through its closing quote; none if
+/// it has no such attribute:
+///
+///     Sheet name="S" filter="<a>,<b>"
+///                    ^               ^
+///                start               end
+///
+/// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does.
+[[nodiscard]] CORVANEMARKUP_EXPORT boost::optional<CorvaneCharRange>
+FindFilterAttributeToken(const MarkupText& sheetMarkupText);
+
+/// The indices of the fields that an editor's cursor (`start` equal to `end`) or selection touches,
+/// ascending. A field counts if `start` lies strictly inside it, brackets included, if it begins strictly
+/// inside the range, or if the range is exactly the field:
+///
+///     Sheet name="S" filter="<a>,<b>"
+///                            ^^          [24, 24), between these two: field 0
+///                            ^^^         [23, 26): field 0
+///                             ^^^^^      [24, 29): fields 0 and 1
+///                               ^        [26, 26), behind the `>`: none
+///
+/// `charRange` counts in `sheetMarkupText`, and the fields in the value with its doubled quotes made single,
+/// so that each doubled quote in front of a field shifts it by one. Every pair of integers is a valid range.
+///
+/// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does.
+[[nodiscard]] CORVANEMARKUP_EXPORT std::vector<int>
+GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText, CorvaneCharRange charRange);
+
+/// The element with `fieldToInsert` in place of the fields from the first through the last of `fieldIndices`;
+/// the entries between aren't read. With no indices the field goes to the end of the list, where it stands
+/// once.
+///
+/// `exclusiveField` stands alone: inserted, it replaces the whole list; when another field is inserted, it
+/// goes. The element needn't be valid, and is rebuilt from its attributes.
+///
+/// Throws through `ThrowLogicException` if `VizInTooltipProperties::FromMarkupText` gives nothing for the
+/// text
+/// ("vizInTooltipProperties"), or unless 0 <= first <= last + 1 <= the number of fields
+/// ("first >= 0 && first - 1 <= last && last < fieldCount").
+[[nodiscard]] CORVANEMARKUP_EXPORT MarkupText
+InsertFilterFieldIntoMarkupText(const MarkupText& sheetMarkupText, const TString& fieldToInsert,
+                                const TString& exclusiveField, const std::vector<int>& fieldIndices);
+
+struct NewCursorPositionAndMarkupText
+{
+    int NewCursorPosition; ///< in `NewMarkupText`, behind the closing quote of its `filter` attribute
+    MarkupText NewMarkupText;
+};
+
+/// Inserts the field at the editor's cursor, or in place of the fields that its selection touches:
+/// `InsertFilterFieldIntoMarkupText` with the indices of `GetIndexOfFiltersAtCharRange`. Throws where these
+/// do.
+[[nodiscard]] CORVANEMARKUP_EXPORT NewCursorPositionAndMarkupText
+InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(const MarkupText& sheetMarkupText,
+                                                       const CorvaneCharRange& charRange,
+                                                       const TString& fieldToInsert,
+                                                       const TString& exclusiveField);
+
+/// The filter fields of each target sheet, of the valid sheet elements that `CollectMarkupElements` finds. A
+/// sheet element without a `filter` stands for the one field "All Fields"; one whose `filter` holds no field
+/// is passed over. Where several elements have one target sheet, the first in the order of the element texts
+/// decides.
+[[nodiscard]] CORVANEMARKUP_EXPORT std::map<TString, std::set<TString>>
+GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText);
+
+/// The target sheets of the previous tooltip whose fields, as the operation above tells them, are gone or
+/// others in the current one; ascending.
+[[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
+CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const TString& previousTooltipText,
+                                                     const TString& currentTooltipText);
+
+/// All filter fields of the valid sheet elements that `CollectMarkupElements` finds, duplicates included: the
+/// last element in the order of the element texts comes first, and the fields of each keep their order.
+[[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
+GetFilterFieldsFromSheetMarkupInTooltipText(const TString& tooltipText);
 
 } // namespace corvanemarkup::VizInTooltip
