@@ -6,16 +6,6 @@
 
 namespace corvanemarkup {
 
-AttributeNamesAndValues::AttributeNamesAndValues(const std::vector<AttributeNameAndValue>& attributes)
-    : m_attributes(attributes)
-{
-}
-
-AttributeNamesAndValues::AttributeNamesAndValues(std::vector<AttributeNameAndValue>&& attributes) noexcept
-    : m_attributes(std::move(attributes))
-{
-}
-
 bool AttributeNamesAndValues::HasDuplicates() const
 {
     std::set<std::reference_wrapper<const AttributeName>, std::less<AttributeName>> names;

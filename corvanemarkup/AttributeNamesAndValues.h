@@ -8,6 +8,7 @@
 
 #include <boost/optional.hpp>
 
+#include <utility>
 #include <vector>
 
 namespace corvanemarkup {
@@ -65,8 +66,10 @@ class CORVANEMARKUP_EXPORT AttributeNamesAndValues
 public:
     using const_iterator = std::vector<AttributeNameAndValue>::const_iterator;
 
-    explicit AttributeNamesAndValues(const std::vector<AttributeNameAndValue>& attributes);
-    explicit AttributeNamesAndValues(std::vector<AttributeNameAndValue>&& attributes) noexcept;
+    explicit AttributeNamesAndValues(std::vector<AttributeNameAndValue> attributes)
+        : m_attributes(std::move(attributes))
+    {
+    }
 
     [[nodiscard]] const_iterator begin() const noexcept { return m_attributes.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return m_attributes.end(); }

@@ -10,8 +10,6 @@ namespace corvanemarkup {
 
 using namespace Internal;
 
-CorvaneMarkupTokenizer::CorvaneMarkupTokenizer(const TString& text) : m_text(text) {}
-
 int CorvaneMarkupTokenizer::FindNextMarkupElement(int offset)
 {
     m_offset = offset;
@@ -55,8 +53,8 @@ void CorvaneMarkupTokenizer::FindStartOfToken()
 
 void CorvaneMarkupTokenizer::FindEndOfTokenAndUpdateStartIfNeeded(bool isSheetMarkup)
 {
-    const ElementBounds element = FindEndOfElement(ViewOf(m_text), FromOffset(m_tokenStart),
-                                                   static_cast<std::size_t>(m_offset + 1), isSheetMarkup);
+    const ElementBounds element =
+        FindEndOfElement(ViewOf(m_text), FromOffset(m_tokenStart), FromOffset(m_offset) + 1, isSheetMarkup);
     m_offset = ToOffset(element.End);
     m_tokenStart = element.Found() ? ToOffset(element.Start) : -1;
 }

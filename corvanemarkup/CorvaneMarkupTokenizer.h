@@ -14,13 +14,15 @@
 #include <corvanemarkup/Export.h>
 #include <corvaneplatform/TString.h>
 
+#include <utility>
+
 namespace corvanemarkup {
 
 /// Positions count UTF-16 code units, and -1 means not found. Each search takes time linear in the text.
 class CORVANEMARKUP_EXPORT CorvaneMarkupTokenizer
 {
 public:
-    explicit CorvaneMarkupTokenizer(const TString& text);
+    explicit CorvaneMarkupTokenizer(TString text) : m_text(std::move(text)) {}
 
     /// Finds the first element that starts at or after `offset`, and returns the position of its `<`. -1 if
     /// there is none, or if the element found has no end: nothing behind its `<` is reported then. Offsets

@@ -29,6 +29,7 @@ int FindNextKnownMarkupElement(const TString& text, int offset, int& elementLeng
     return start;
 }
 
+// By value, so that the predicate can't change the text that is walked.
 std::vector<std::pair<CorvaneCharRange, TString>>
 FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const TString&)>& isKnownElement)
 {
@@ -49,7 +50,7 @@ FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const
             offset = element.End + 1;
             const CorvaneCharRange range{static_cast<std::int64_t>(element.Start),
                                          static_cast<std::int64_t>(offset)};
-            result.emplace_back(range, std::move(content));
+            result.emplace_back(range, std::exchange(content, TString()));
         } else {
             ++offset;
         }

@@ -21,7 +21,7 @@ boost::optional<VizInTooltipProperties> ValidSheetElement(const MarkupText& mark
     return properties;
 }
 
-bool AcceptAll(const TString&)
+bool AcceptAll(const TString& /*content*/)
 {
     return true;
 }

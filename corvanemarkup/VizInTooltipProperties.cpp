@@ -21,15 +21,12 @@ TString DecimalText(int value)
 
 } // namespace
 
-VizInTooltipProperties::VizInTooltipProperties(const AttributeNamesAndValues& attributes)
-    : m_attributes(attributes)
-{
-}
-
 boost::optional<VizInTooltipProperties> VizInTooltipProperties::FromMarkupText(const MarkupText& markupText)
 {
-    const auto attributes = ParseAttributedMarkupText(markupText, VizInTooltip::Impl::SheetMarkupElementName);
-    return attributes ? VizInTooltipProperties(*attributes) : boost::optional<VizInTooltipProperties>();
+    auto attributes = ParseAttributedMarkupText(markupText, VizInTooltip::Impl::SheetMarkupElementName);
+    if (!attributes)
+        return boost::none;
+    return VizInTooltipProperties(std::move(*attributes));
 }
 
 VizInTooltipProperties VizInTooltipProperties::GetDefault(const TString& sheetName,

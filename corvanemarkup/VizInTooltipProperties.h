@@ -7,6 +7,7 @@
 
 #include <boost/optional.hpp>
 
+#include <utility>
 #include <vector>
 
 namespace corvanemarkup {
@@ -20,7 +21,9 @@ namespace corvanemarkup {
 class CORVANEMARKUP_EXPORT VizInTooltipProperties
 {
 public:
-    explicit VizInTooltipProperties(const AttributeNamesAndValues& attributes);
+    explicit VizInTooltipProperties(AttributeNamesAndValues attributes) : m_attributes(std::move(attributes))
+    {
+    }
 
     /// The element that `Sheet` and its attributes make, valid or not. None if the text isn't of that shape:
     /// another element name, no space, or an attribute that isn't a name and a quoted value.

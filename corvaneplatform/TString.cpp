@@ -192,10 +192,10 @@ TString TString::join(const std::vector<TString>& items, char16_t separator)
 TString TString::number(int value, int base, int width, char16_t fill)
 {
     char digits[CHAR_BIT * sizeof(int) + 1]; // base 2 and a sign need the most
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), value, ValidBase(base)).ptr;
+    const char* const end = std::to_chars(std::begin(digits), std::end(digits), value, ValidBase(base)).ptr;
     const auto digitCount = static_cast<std::size_t>(end - digits);
     std::u16string result(std::max(Clamped(width, LongestText), digitCount) - digitCount, fill);
-    result.append(digits, end);
+    result.append(std::cbegin(digits), end);
     return TString(std::move(result));
 }
 
