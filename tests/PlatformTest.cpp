@@ -1,0 +1,90 @@
+#include "Testing.h"
+
+#include <corvaneplatform/TString.h>
+
+#include <climits>
+
+namespace {
+
+TEST(Platform, NoPositionReachesOutsideTheText)
+{
+    const TString text = Text(u"ab,a");
+    for (const int below : {INT_MIN, -1}) {
+        EXPECT_EQ(text[below], u'\0');
+        EXPECT_EQ(text.Find(u'b', below), 1);
+        EXPECT_EQ(text.findOneOf(Text(u"x,b"), below), 1);
+        EXPECT_EQ(Show(text.left(below)), "");
+        EXPECT_EQ(Show(text.mid(below, 2)), "ab");
+        EXPECT_EQ(Show(text.mid(1, below)), "b,a");
+        EXPECT_EQ(Show(TString(text).removeAt(below, 2)), "ab,a");
+        EXPECT_EQ(Show(TString(text).removeAt(2, below)), "ab,a");
+    }
+    for (const int above : {4, 5, INT_MAX}) {
+        EXPECT_EQ(text[above], u'\0');
+        EXPECT_EQ(text.Find(u'a', above), -1);
+        EXPECT_EQ(text.findOneOf(Text(u"ab"), above), -1);
+        EXPECT_EQ(Show(text.left(above)), "ab,a");
+        EXPECT_EQ(Show(text.mid(above, -1)), "");
+        EXPECT_EQ(Show(text.mid(3, above)), "a");
+        EXPECT_EQ(Show(TString(text).removeAt(above, 1)), "ab,a");
+        EXPECT_EQ(Show(TString(text).removeAt(1, above)), "a");
+    }
+    EXPECT_EQ(text.constData()[4], u'\0');
+    EXPECT_EQ(Show(TString(u"a\0b", -1)), "a");
+    EXPECT_EQ(Show(TString(u"a\0b", 3)), "a{0}b");
+}
+
+TEST(Platform, ComparisonAndReplacement)
+{
+    const auto compare = [](std::u16string_view left, std::u16string_view right, int sensitivity) {
+        const int result = Text(left).compare(Text(right), TString::CaseSensitivity(sensitivity));
+        return (result > 0) - (result < 0);
+    };
+    EXPECT_EQ(compare(u"NamE", u"nAMe", 0), 0);
+    EXPECT_EQ(compare(u"Z", u"_", 0), 1) << "folded to lower case, then ordered";
+    EXPECT_EQ(compare(u"a", u"B", 0), -1);
+    EXPECT_EQ(compare(u"ab", u"A", 0), 1);
+    EXPECT_EQ(compare(u"\u00C4", u"\u00E4", 0), -1) << "ASCII alone";
+    EXPECT_EQ(compare(u"Name", u"name", 1), -1);
+    EXPECT_TRUE(Text(u"\xD83D\xDE00") < Text(u"\xFFFF")) << "by code units";
+
+    EXPECT_EQ(Show(Text(u"aaaaa").replace(Text(u"aa"), Text(u"a"), TString::CaseSensitivity(1))), "aaa");
+    EXPECT_EQ(Show(Text(u"xAbx").replace(Text(u"aB"), Text(u"long"), TString::CaseSensitivity(0))), "xlongx");
+    EXPECT_EQ(Show(Text(u"ab").replace(TString(), Text(u"x"), TString::CaseSensitivity(1))), "ab");
+    // 50,000 times 50,000 code units would be too many; refused before anything is allocated for them.
+    TString text(std::u16string(50000, u',').c_str(), -1);
+    EXPECT_THROW(text.replace(u',', text), std::length_error);
+    EXPECT_EQ(text.length(), 50000);
+}
+
+TEST(Platform, PiecesAndNumbers)
+{
+    EXPECT_EQ(Show(Text(u"=a==b").split(u'=', TString::SplitBehavior(0))), "[][a][][b]");
+    EXPECT_EQ(Show(Text(u"=a==b=").split(u'=', TString::SplitBehavior(1))), "[a][b]");
+    EXPECT_EQ(Show(TString().split(u'=', TString::SplitBehavior(1))), "[]");
+    EXPECT_EQ(Show(TString::join({Text(u"a"), TString(), Text(u"b")}, u',')), "a,,b");
+    EXPECT_EQ(Show(TString::join({}, u',')), "");
+    EXPECT_EQ(Show(Text(u"\t\v a b\r\n \f").Trim()), "a b");
+    EXPECT_EQ(Show(Text(u"\u00A0").Trim()), "{A0}");
+    EXPECT_EQ(Show(TString::number(-300, 10, 6, u'*')), "**-300");
+
+    constexpr struct
+    {
+        std::u16string_view text;
+        bool isNumber;
+        int value;
+    } rows[] = {
+        {u"-0012", true, -12},     {u"2147483647", true, INT_MAX},
+        {u"2147483648", false, 0}, {u"", false, 0},
+        {u"-", false, 0},          {u"+1", false, 0},
+        {u" 1", false, 0},         {u"1\0"sv, false, 0},
+        {u"1.5", false, 0},        {u"\u0661", false, 0},
+    };
+    for (const auto& row : rows) {
+        bool isNumber = !row.isNumber;
+        EXPECT_EQ(Text(row.text).toInt(&isNumber, 10), row.value) << Show(Text(row.text));
+        EXPECT_EQ(isNumber, row.isNumber);
+    }
+}
+
+} // namespace

@@ -1,0 +1,215 @@
+#include "Testing.h"
+#include "TextbookScanner.h"
+
+#include <corvanemarkup/CorvaneMarkupTokenizer.h>
+#include <corvanemarkup/MarkupElementFinders.h>
+#include <corvanemarkup/VizInTooltip.h>
+#include <corvanemarkup/VizInTooltipImpl.h>
+
+#include <climits>
+#include <random>
+
+using namespace corvanemarkup;
+
+namespace {
+
+/// The results of a scan, in one form for the library and for the textbook.
+using Scan = std::vector<std::string>;
+
+template <typename Find>
+void WalkWithPredicates(const TString& text, Find find, Scan& scan)
+{
+    const std::function<bool(const TString&)> predicates[] = {
+        [](const TString&) { return true; },
+        [](const TString&) { return false; },
+        [](const TString& content) { return content.Find(u'a', 0) >= 0; },
+    };
+    for (const auto& predicate : predicates) {
+        std::string calls;
+        const auto elements = find(text, [&](const TString& content) {
+            calls += Show(content) + '|';
+            return predicate(content);
+        });
+        scan.push_back(Show(elements) + calls);
+    }
+}
+
+Scan ScanByLibrary(const TString& text)
+{
+    Scan scan;
+    CorvaneMarkupTokenizer tokenizer(text);
+    for (int offset = text.length(); offset >= -1; --offset) {
+        const int start = tokenizer.FindNextMarkupElement(offset);
+        scan.push_back(Show(start) + ' ' + Show(tokenizer.GetOffset()) + ' ' +
+                       Show(tokenizer.GetTokenStart()) +
+                       (start < 0 ? "" : ' ' + Show(tokenizer.GetContentOfCurrentMarkupElement())));
+    }
+    WalkWithPredicates(text, FindCharRangesOfKnownMarkupElements, scan);
+    scan.push_back(Show(CollectMarkupElements(text)));
+    return scan;
+}
+
+Scan ScanByTextbook(const TString& text)
+{
+    Scan scan;
+    textbook::Tokenizer tokenizer{text};
+    for (int offset = text.length(); offset >= -1; --offset) {
+        const int start = tokenizer.FindNextMarkupElement(offset);
+        scan.push_back(Show(start) + ' ' + Show(tokenizer.offset) + ' ' + Show(tokenizer.tokenStart) +
+                       (start < 0 ? "" : ' ' + Show(tokenizer.Content())));
+    }
+    WalkWithPredicates(text, textbook::FindCharRangesOfKnownMarkupElements, scan);
+    scan.push_back(Show(textbook::CollectMarkupElements(text)));
+    return scan;
+}
+
+constexpr std::u16string_view Fragments[] = {u"<", u">", u"\"", u" ", u"=", u"a", u"Sheet ", u"name"};
+
+TEST(Scanning, EveryShortTextScansByTheTextbook)
+{
+    ForEachText(Fragments, 6, [](const std::u16string& text) {
+        const TString scanned = Text(text);
+        ASSERT_EQ(ScanByLibrary(scanned), ScanByTextbook(scanned)) << Show(scanned);
+    });
+}
+
+TEST(Scanning, LongerTextsScanByTheTextbook)
+{
+    constexpr std::u16string_view longer[] = {
+        u"<",
+        u"<",
+        u">",
+        u">",
+        u"\"",
+        u"\"",
+        u"<Sheet name=\"",
+        u"<Sheet Filter=\"",
+        u"=\"",
+        u"\t ",
+        u"maxwidth",
+        u"<Sheet \n",
+        u"maxheight2=",
+        u"a",
+        u"some text that is longer than a block ",
+    };
+    std::mt19937 random(20240229);
+    for (int i = 0; i < 30000; ++i) {
+        std::u16string text;
+        for (auto count = 5 + random() % 20; count > 0; --count)
+            text += longer[random() % std::size(longer)];
+        ASSERT_EQ(ScanByLibrary(Text(text)), ScanByTextbook(Text(text))) << Show(Text(text));
+    }
+}
+
+TEST(Scanning, FindsElementsByTheRules)
+{
+    constexpr struct
+    {
+        const char* rule;
+        std::u16string_view text;
+        int start;
+        const char* content;
+    } rows[] = {
+        {"a doubled < is escaped, the third of three counts", u"<<<a>", 2, "a"},
+        {"a pair that ends the text ends the search", u"<a>>", -1, ""},
+        {"a doubled > inside an element stays doubled", u"<a>>b>", 0, "a>>b"},
+        {"an element restarts at a further <", u"<a <b>", 3, "b"},
+        {"quotes mean nothing in a plain element", u"<a b=\"c>d\">", 0, "a b=\"c"},
+        {"quotes protect brackets in a sheet element", u"<Sheet name=\"a>b\">", 0, "Sheet name=\"a>b\""},
+        {"a doubled quote doesn't close a value", u"<Sheet name=\"a\"\"b>\">", 0, "Sheet name=\"a\"\"b>\""},
+        {"quotes still protect after a sheet element restarts", u"<Sheet name=\"a\" <b c=\"x>y\">", 16,
+         "b c=\"x>y\""},
+        {"quotes begin to protect at a restart", u"<a <Sheet name=\"x>y\">", 3, "Sheet name=\"x>y\""},
+        {"another first attribute makes no sheet element", u"<Sheet foo=\"1\" name=\"a>b\">", 0,
+         "Sheet foo=\"1\" name=\"a"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rule);
+        TString content;
+        EXPECT_EQ(FindNextMarkupElement(Text(row.text), 0, content), row.start);
+        EXPECT_EQ(Show(content), row.content);
+    }
+}
+
+TEST(Scanning, RecognisesSheetElementsByTheirFirstAttribute)
+{
+    constexpr struct
+    {
+        const char* rule;
+        std::u16string_view text;
+        bool isSheet;
+    } rows[] = {
+        {"letter case of attribute names doesn't count", u"Sheet MaxHeight=", true},
+        {"that of the element name does", u"sheet name=", false},
+        {"a tab doesn't end the element name", u"Sheet\tname=", false},
+        {"white space behind the first space is passed over", u"Sheet \t\r\n name=", true},
+        {"a no-break space isn't white space", u"Sheet \u00A0name=", false},
+        {"nothing may stand between the name and its =", u"Sheet name =", false},
+        {"a name that only white space follows", u"Sheet filter \t", true},
+        {"a name that more follows", u"Sheet filter x", false},
+        {"no name", u"Sheet =name=", false},
+        {"a name that goes on", u"Sheet maxheights=", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rule);
+        EXPECT_EQ(VizInTooltip::Impl::IsSheetMarkupText(Text(row.text), 0), row.isSheet);
+        EXPECT_EQ(textbook::IsSheetMarkupText(Text(row.text), 0), row.isSheet);
+        for (const int outside : {INT_MIN, -1, Text(row.text).length() + 1, INT_MAX})
+            EXPECT_FALSE(VizInTooltip::Impl::IsSheetMarkupText(Text(row.text), outside));
+    }
+}
+
+TEST(Scanning, TokenizerStepsAndBrokenCalls)
+{
+    CorvaneMarkupTokenizer tokenizer(Text(u"<a>;;b;c"));
+    const auto content = [&] { return tokenizer.GetContentOfCurrentMarkupElement(); };
+    const std::string broken = "corvanemarkup/CorvaneMarkupTokenizer: m_offset >= 0";
+    EXPECT_EQ(ShowOrCondition(content), broken);
+    EXPECT_EQ(tokenizer.FindNextMarkupElement(0), 0);
+    EXPECT_EQ(ShowOrCondition(content), "a");
+    tokenizer.FindOneOfNotEscaped(Text(u"c;"));
+    EXPECT_EQ(tokenizer.GetOffset(), 6) << "the doubled ; is escaped";
+    for (const int outside : {INT_MIN, -2, 8, 9, INT_MAX}) {
+        EXPECT_EQ(tokenizer.FindNextMarkupElement(outside), -1);
+        EXPECT_EQ(tokenizer.GetTokenStart(), 0) << "no < leaves the start as it was";
+        EXPECT_EQ(ShowOrCondition(content), broken);
+    }
+}
+
+TEST(Scanning, OneKnownElement)
+{
+    constexpr struct
+    {
+        const char* rule;
+        std::u16string_view text;
+        bool accept;
+        int result;
+        int elementLength;
+        const char* content;
+        const char* asked;
+    } rows[] = {
+        {"accepted", u"<a>b", true, 0, 3, "a", "a"},
+        {"refused: the content is told all the same", u"<a>b<c>", false, -1, 99, "a", "a"},
+        {"none, and what content holds is accepted", u"ab", true, -1, 8, "before", "before"},
+        {"none, and it is refused", u"ab", false, -1, 99, "before", "before"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.rule);
+        TString content = Text(u"before");
+        int length = 99;
+        std::string asked;
+        const auto predicate = [&](const TString& text) { return asked = Show(text), row.accept; };
+        EXPECT_EQ(FindNextKnownMarkupElement(Text(row.text), 0, length, content, predicate), row.result);
+        EXPECT_EQ(length, row.elementLength);
+        EXPECT_EQ(Show(content), row.content);
+        EXPECT_EQ(asked, row.asked);
+    }
+    TString content = Text(u"before");
+    int length = 99;
+    EXPECT_THROW((void)FindNextKnownMarkupElement(Text(u"<a>"), 0, length, content, {}),
+                 std::bad_function_call);
+    EXPECT_EQ(Show(content), "before");
+    EXPECT_TRUE(FindCharRangesOfKnownMarkupElements(TString(), {}).empty()) << "an empty text asks nothing";
+}
+
+} // namespace
