@@ -2,6 +2,7 @@
 #include <corvanemarkup/CorvaneMarkupTokenizer.h>
 #include <corvanemarkup/DelimiterSearch.h>
 #include <corvanemarkup/MarkupScanner.h>
+#include <corvanemarkup/SheetMarkupReader.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
 
 #include <bitset>
@@ -12,11 +13,15 @@ using namespace Internal;
 
 int CorvaneMarkupTokenizer::FindNextMarkupElement(int offset)
 {
-    m_offset = offset;
-    FindStartOfToken();
-    if (m_offset < 0)
+    const TextView text = ViewOf(m_text);
+    const std::size_t start = FindNotEscaped<u'<'>(text, FromOffset(offset));
+    if (start == NotFound) {
+        m_offset = -1; // and the start as it was
         return -1;
-    FindEndOfTokenAndUpdateStartIfNeeded(IsTextAtOffsetSheetMarkup(m_offset + 1));
+    }
+    const ElementBounds element = FindEndOfElement(text, start, start + 1, IsSheetMarkup(text, start + 1));
+    m_offset = ToOffset(element.End);
+    m_tokenStart = ToOffset(element.Start);
     return m_tokenStart;
 }
 
@@ -56,7 +61,7 @@ void CorvaneMarkupTokenizer::FindEndOfTokenAndUpdateStartIfNeeded(bool isSheetMa
     const ElementBounds element =
         FindEndOfElement(ViewOf(m_text), FromOffset(m_tokenStart), FromOffset(m_offset) + 1, isSheetMarkup);
     m_offset = ToOffset(element.End);
-    m_tokenStart = element.Found() ? ToOffset(element.Start) : -1;
+    m_tokenStart = ToOffset(element.Start);
 }
 
 } // namespace corvanemarkup

@@ -3,8 +3,7 @@
 /// Searching a text for delimiters, which is what scanning spends its time on.
 
 #include <corvanemarkup/TextView.h>
-
-#include <cstdint>
+#include <corvanemarkup/UnitBlock.h>
 
 namespace corvanemarkup::Internal {
 
@@ -12,25 +11,53 @@ namespace corvanemarkup::Internal {
 template <char16_t... Units>
 [[nodiscard]] std::size_t FindFirstOf(TextView text, std::size_t from)
 {
-    // Ordinary text is passed over in blocks: with an accumulator of the width of a code unit, compilers turn
-    // the inner loop into a few vector instructions.
-    constexpr std::size_t BlockLength = 32;
+    static_assert(((Units > 0 && Units < 0x80) && ...), "what blocks can be compared with");
     const char16_t* const units = text.data();
-    const std::size_t size = text.size();
-    for (; from < size && size - from >= BlockLength; from += BlockLength) {
-        std::uint16_t hit = 0;
-        for (std::size_t i = 0; i < BlockLength; ++i) {
-            const char16_t unit = units[from + i];
-            hit = static_cast<std::uint16_t>(hit | -static_cast<int>(((unit == Units) || ...)));
+    const std::size_t end = text.size();
+    if (end < UnitBlock::Length) {
+        for (; from < end; ++from)
+            if (((units[from] == Units) || ...))
+                return from;
+        return NotFound;
+    }
+    const auto matches = [units](std::size_t at) {
+        const UnitBlock block(units + at);
+        return ((block == Units) | ...);
+    };
+    const std::size_t lastBlock = end - UnitBlock::Length;
+    for (; from <= lastBlock; from += UnitBlock::Length)
+        if (const UnitMask mask = matches(from))
+            return from + FirstIn(mask);
+    if (from >= end)
+        return NotFound;
+    // What remains is the end of a block that overlaps the one before it.
+    const UnitMask mask = matches(lastBlock) >> (from - lastBlock);
+    return mask != 0 ? from + FirstIn(mask) : NotFound;
+}
+
+/// The first position at or after `from` that holds `First` with `Second` behind it, or `NotFound`.
+template <char16_t First, char16_t Second>
+[[nodiscard]] std::size_t FindPair(TextView text, std::size_t from)
+{
+    const char16_t* const units = text.data();
+    const std::size_t end = text.size();
+    while (from + UnitBlock::Length < end) {
+        const UnitBlock block(units + from);
+        // What stands behind the last place is looked at apart.
+        const UnitMask beforeSecond = (block == Second) >> 1 | UnitMask(1) << (UnitBlock::Length - 1);
+        const UnitMask mask = (block == First) & beforeSecond;
+        if (mask == 0) {
+            from += UnitBlock::Length;
+            continue;
         }
-        if (hit != 0)
-            break;
+        const std::size_t found = from + FirstIn(mask);
+        if (units[found + 1] == Second)
+            return found;
+        from = found + 1;
     }
-    for (; from < size; ++from) {
-        const char16_t unit = units[from];
-        if (((unit == Units) || ...))
+    for (; from + 1 < end; ++from)
+        if (units[from] == First && units[from + 1] == Second)
             return from;
-    }
     return NotFound;
 }
 

@@ -52,7 +52,7 @@ FindNextKnownMarkupElement(const TString& text, int offset, int& elementLength, 
 ///
 /// The predicate is asked at every step, with the empty string where no element is found, and may be asked
 /// about one element many times. Beside the predicate, all of it takes time linear in the text and in the
-/// contents that differ from step to step.
+/// different contents that the predicate sees.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<std::pair<CorvaneCharRange, TString>>
 FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const TString&)>& isKnownElement);
 

@@ -39,7 +39,7 @@ ElementBounds ElementLookup::FindFrom(std::size_t offset)
 {
     // A walk that keeps every element reads on from the end of each. Only when it finds nothing, or goes back
     // behind the start of an element, are the answers for all offsets worth their while.
-    if (offset == m_next) {
+    if (m_next != NotFound && offset >= m_next) {
         const ElementBounds element = FindElement(m_text, offset);
         if (element.Found()) {
             m_next = element.End + 1;

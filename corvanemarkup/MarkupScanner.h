@@ -9,16 +9,16 @@
 
 namespace corvanemarkup::Internal {
 
-/// An element: the positions of its `<` and of its `>`. `End` is `NotFound` if there is none.
+/// An element: the positions of its `<` and of its `>`. Both are `NotFound` if there is none.
 struct ElementBounds
 {
     std::size_t Start = NotFound;
     std::size_t End = NotFound;
 
     [[nodiscard]] bool Found() const { return End != NotFound; }
-    [[nodiscard]] bool operator!=(const ElementBounds& other) const
+    [[nodiscard]] bool operator==(const ElementBounds& other) const
     {
-        return Start != other.Start || End != other.End;
+        return Start == other.Start && End == other.End;
     }
     [[nodiscard]] TextView ContentIn(TextView text) const { return text.substr(Start + 1, End - Start - 1); }
 };
@@ -57,5 +57,38 @@ private:
     std::size_t m_next = 0;
     std::vector<Answer> m_answers; ///< the last one stands for the first `<`
 };
+
+/// The element that starts at `offset`, if it is written as fields usually are: nothing doubled, and nothing
+/// that could make it a sheet element. Says nothing about other elements.
+[[nodiscard]] inline ElementBounds FindFieldAt(TextView text, std::size_t offset)
+{
+    if (text[offset] != u'<' || offset + 1 == text.size() || text[offset + 1] == u'S')
+        return {};
+    std::size_t end = offset + 1;
+    while (end < text.size() && text[end] != u'<' && text[end] != u'>')
+        ++end;
+    const bool isEnd =
+        end < text.size() && text[end] == u'>' && (end + 1 == text.size() || text[end + 1] != u'>');
+    return isEnd ? ElementBounds{offset, end} : ElementBounds{};
+}
+
+/// Calls `visit` with each element that `FindCharRangesOfKnownMarkupElements` finds when all are known.
+template <typename Visit>
+void ForEachElement(TextView text, Visit visit)
+{
+    ElementLookup elements(text);
+    for (std::size_t offset = 0; offset < text.size();) {
+        if (text[offset] == u',') { // as between the fields of a filter value
+            ++offset;
+            continue;
+        }
+        ElementBounds element = FindFieldAt(text, offset);
+        if (!element.Found())
+            element = elements.FindFrom(offset);
+        if (element.Found())
+            visit(element);
+        offset = element.Found() ? element.End + 1 : offset + 1;
+    }
+}
 
 } // namespace corvanemarkup::Internal

@@ -9,13 +9,16 @@
 
 namespace corvanemarkup::Internal {
 
-/// Whether `text` is equal to `name` as an attribute name. Equal names have the same length, whatever the
-/// platform's rule of letter case.
+/// Whether `text` is equal to `name` as an attribute name. Asks of the platform's rule of letter case that it
+/// makes no texts of different lengths equal.
 [[nodiscard]] bool IsAttributeName(TextView text, const AttributeName& name);
 
 /// `IsSheetMarkupText` on a view. Reads the element name, a run of white space, and at most the length of the
 /// longest attribute name, or white space to the end of the text.
 [[nodiscard]] bool IsSheetMarkup(TextView text, std::size_t offset);
+
+/// The value that `escapedValue` stands for, with its doubled quotes made single.
+[[nodiscard]] TString Unescape(TextView escapedValue);
 
 /// An attribute token split at its first `=`.
 struct AttributeView

@@ -5,6 +5,7 @@
 #include <corvaneplatform/TString.h>
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 namespace corvanemarkup::Internal {
@@ -17,6 +18,13 @@ constexpr std::size_t NotFound = TextView::npos;
 inline TextView ViewOf(const TString& text)
 {
     return TextView(text.constData(), static_cast<std::size_t>(text.length()));
+}
+
+/// Equality by comparing memory, which `std::u16string_view` doesn't.
+inline bool AreSame(TextView left, TextView right)
+{
+    return left.size() == right.size() &&
+           std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 
 /// `text` must be part of a `TString`, so that its length fits an `int`.

@@ -1,14 +1,19 @@
 #include <corvanemarkup/Check.h>
+#include <corvanemarkup/MarkupScanner.h>
+#include <corvanemarkup/SheetElement.h>
 #include <corvanemarkup/SheetMarkupConstants.h>
+#include <corvanemarkup/SheetMarkupReader.h>
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
 #include <corvaneplatform/transform_to.h>
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace corvanemarkup::VizInTooltip {
+
+using namespace Internal;
 
 namespace {
 
@@ -21,10 +26,59 @@ boost::optional<VizInTooltipProperties> ValidSheetElement(const MarkupText& mark
     return properties;
 }
 
-bool AcceptAll(const TString& /*content*/)
+/// The valid sheet elements of a tooltip in the order of their texts, without repeats.
+std::vector<SheetElement> SheetElementsByText(const TString& tooltipText)
 {
-    return true;
+    std::map<TString, SheetElement> sorted; // by the platform's order of texts
+    SheetElementWalk walk(ViewOf(tooltipText));
+    for (SheetElement element; walk.Next(element);)
+        sorted.emplace(ToString(element.Content), element);
+    return corvane::transform_to<std::vector<SheetElement>>(sorted,
+                                                            [](const auto& item) { return item.second; });
 }
+
+/// Calls `visit` with each field of the element's filter, in text order.
+template <typename Visit>
+void ForEachField(const SheetElement& element, Visit visit)
+{
+    if (!element.EscapedFilter)
+        return;
+    TextView filter = *element.EscapedFilter;
+    TString unescaped;
+    if (filter.find(u'"') != NotFound) {
+        unescaped = Unescape(filter);
+        filter = ViewOf(unescaped);
+    }
+    ForEachElement(filter, [&](const ElementBounds& field) { visit(ToString(field.ContentIn(filter))); });
+}
+
+/// Adds the fields of the element's sheet, unless the element has a filter without fields. False if the sheet
+/// is there already; nothing changes then.
+bool AddFieldsOfSheet(const SheetElement& element, std::map<TString, std::set<TString>>& fieldsBySheet)
+{
+    std::set<TString> fields;
+    ForEachField(element, [&](TString field) { fields.insert(std::move(field)); });
+    if (!element.EscapedFilter)
+        fields.insert(TString(u"All Fields", -1));
+    return fields.empty() || fieldsBySheet.emplace(Unescape(element.EscapedName), std::move(fields)).second;
+}
+
+/// Remembers some of the texts seen last, so that a result that many elements share is built once.
+class RecentTexts
+{
+public:
+    /// False if `text`, which isn't empty, is remembered.
+    bool Add(TextView text)
+    {
+        TextView& place = m_texts[(5 * text.size() + text.front() + 3U * text.back()) % std::size(m_texts)];
+        const bool isNew = !AreSame(place, text);
+        place = text;
+        return isNew;
+    }
+
+private:
+    TextView m_texts[32];
+};
 
 void Erase(std::vector<TString>& fields, const TString& field)
 {
@@ -41,8 +95,8 @@ std::int64_t WrappingDifference(std::int64_t left, std::int64_t right)
 
 TString GetTargetSheetNameFromMarkupText(const TString& markupText)
 {
-    const auto properties = ValidSheetElement(MarkupText(markupText));
-    return properties ? properties->GetSheetName() : TString();
+    const auto element = ReadValidSheetElement(ViewOf(markupText));
+    return element ? Unescape(element->EscapedName) : TString();
 }
 
 std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString>& markupElements)
@@ -54,7 +108,13 @@ std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString
 
 std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
 {
-    return GetTargetSheetNamesFromMarkupElementSet(CollectMarkupElements(tooltipText));
+    std::set<TString> names;
+    RecentTexts recentNames;
+    SheetElementWalk walk(ViewOf(tooltipText));
+    for (SheetElement element; walk.Next(element);)
+        if (recentNames.Add(element.EscapedName))
+            names.insert(Unescape(element.EscapedName));
+    return names;
 }
 
 bool ReplaceSheetNameInSheetMarkupText(const MarkupText& sheetMarkupText, const TString& currentSheetName,
@@ -113,14 +173,16 @@ std::vector<int> GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText,
 
     std::vector<int> indices;
     int index = 0;
-    for (const auto& [field, content] : FindCharRangesOfKnownMarkupElements(filter->Value, AcceptAll)) {
-        const bool startsInside = field.start < narrowedStart && field.end > narrowedStart;
-        const bool isReached = start < field.start && end > field.start;
-        const bool isExactly = field.start == start && field.end == end;
+    ForEachElement(ViewOf(filter->Value), [&](const ElementBounds& element) {
+        const auto fieldStart = static_cast<std::int64_t>(element.Start);
+        const auto fieldEnd = static_cast<std::int64_t>(element.End) + 1;
+        const bool startsInside = fieldStart < narrowedStart && fieldEnd > narrowedStart;
+        const bool isReached = start < fieldStart && end > fieldStart;
+        const bool isExactly = fieldStart == start && fieldEnd == end;
         if (startsInside || isReached || isExactly)
             indices.push_back(index);
         ++index;
-    }
+    });
     return indices;
 }
 
@@ -167,19 +229,16 @@ std::map<TString, std::set<TString>>
 GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText)
 {
     std::map<TString, std::set<TString>> fieldsBySheet;
-    for (const TString& element : CollectMarkupElements(tooltipText)) {
-        const auto properties = ValidSheetElement(MarkupText(element));
-        if (!properties || fieldsBySheet.count(properties->GetSheetName()) != 0)
+    SheetElementWalk walk(ViewOf(tooltipText));
+    for (SheetElement element; walk.Next(element);) {
+        if (AddFieldsOfSheet(element, fieldsBySheet))
             continue;
-        std::set<TString> fields;
-        if (properties->HasFilter()) {
-            for (TString& field : properties->GetFilterFields())
-                fields.insert(std::move(field));
-        } else {
-            fields.insert(TString(u"All Fields", -1));
-        }
-        if (!fields.empty())
-            fieldsBySheet.emplace(properties->GetSheetName(), std::move(fields));
+        // Only where a sheet is named twice does it matter that the first element in the order of the texts
+        // decides.
+        fieldsBySheet.clear();
+        for (const SheetElement& sorted : SheetElementsByText(tooltipText))
+            AddFieldsOfSheet(sorted, fieldsBySheet);
+        break;
     }
     return fieldsBySheet;
 }
@@ -200,15 +259,11 @@ std::vector<TString> CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const 
 
 std::vector<TString> GetFilterFieldsFromSheetMarkupInTooltipText(const TString& tooltipText)
 {
+    const std::vector<SheetElement> elements = SheetElementsByText(tooltipText);
     std::vector<TString> fields;
-    const std::set<TString> elements = CollectMarkupElements(tooltipText);
     // From the last element to the first, so that nothing is inserted at the front of a growing list.
-    for (auto element = elements.rbegin(); element != elements.rend(); ++element) {
-        if (const auto properties = ValidSheetElement(MarkupText(*element))) {
-            std::vector<TString> own = properties->GetFilterFields();
-            std::move(own.begin(), own.end(), std::back_inserter(fields));
-        }
-    }
+    for (auto element = elements.rbegin(); element != elements.rend(); ++element)
+        ForEachField(*element, [&](TString field) { fields.push_back(std::move(field)); });
     return fields;
 }
 

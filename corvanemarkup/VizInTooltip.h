@@ -91,7 +91,8 @@ GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText, CorvaneCharRange
 /// once.
 ///
 /// `exclusiveField` stands alone: inserted, it replaces the whole list; when another field is inserted, it
-/// goes. The element needn't be valid, and is rebuilt from its attributes.
+/// goes. The element needn't be valid, and is rebuilt from its attributes. Where the
+/// first of these is none of a sheet element's, no quotes protect the brackets of the filter in a tooltip.
 ///
 /// Throws through `ThrowLogicException` if `VizInTooltipProperties::FromMarkupText` gives nothing for the
 /// text

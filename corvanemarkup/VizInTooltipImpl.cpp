@@ -41,7 +41,8 @@ bool IsAttributeName(TextView text, const AttributeName& name)
 {
     // Identical texts are equal names under any rule of letter case, so that the usual case needs no copy.
     const TextView nameText = ViewOf(name.GetName());
-    return text.size() == nameText.size() && (text == nameText || AttributeName(ToString(text)) == name);
+    return text.size() == nameText.size() &&
+           (AreSame(text, nameText) || AttributeName(ToString(text)) == name);
 }
 
 bool IsSheetMarkup(TextView text, std::size_t offset)
@@ -66,6 +67,14 @@ bool IsSheetMarkup(TextView text, std::size_t offset)
     return isWholeName && IsSheetAttributeName(text.substr(start, end - start));
 }
 
+TString Unescape(TextView escapedValue)
+{
+    TString value = ToString(escapedValue);
+    if (FindFirstOf<u'"'>(escapedValue, 0) != NotFound)
+        VizInTooltip::Impl::UnescapeQuotes(value);
+    return value;
+}
+
 boost::optional<AttributeView> SplitAttribute(TextView token)
 {
     const std::size_t equals = FindFirstOf<u'='>(token, 0);
@@ -79,9 +88,7 @@ boost::optional<AttributeView> SplitAttribute(TextView token)
 
 AttributeNameAndValue AttributeView::ToNameAndValue() const
 {
-    AttributeNameAndValue attribute{AttributeName(ToString(Name)), ToString(EscapedValue)};
-    VizInTooltip::Impl::UnescapeQuotes(attribute.Value);
-    return attribute;
+    return {AttributeName(ToString(Name)), Unescape(EscapedValue)};
 }
 
 } // namespace Internal

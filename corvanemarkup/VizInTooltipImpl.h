@@ -40,7 +40,7 @@ CORVANEMARKUP_EXPORT void UnescapeQuotes(TString& value);
 /// Stricter than reading an element: a space or the end must follow each closing quote. U+0000 ends the scan.
 ///
 /// True if all of the text was read and `out` isn't empty then. Attributes read before a failure, or before
-/// an exception, stay in `out`.
+/// an exception, stay in `out`. `phrase` must not be part of `out`.
 [[nodiscard]] CORVANEMARKUP_EXPORT bool FindNameValuePairs(const TString& phrase,
                                                            std::vector<AttributeNameAndValue>& out);
 

@@ -1,6 +1,7 @@
-#include <corvanemarkup/MarkupElementFinders.h>
+#include <corvanemarkup/MarkupScanner.h>
 #include <corvanemarkup/ParseAttributedMarkupText.h>
 #include <corvanemarkup/SheetMarkupConstants.h>
+#include <corvanemarkup/SheetSize.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
 
 #include <algorithm>
@@ -10,9 +11,6 @@ namespace corvanemarkup {
 namespace {
 
 namespace Names = VizInTooltip::Impl::SheetMarkupAttributeNames;
-
-constexpr int LargestWidth = 2000;
-constexpr int LargestHeight = 1500;
 
 TString DecimalText(int value)
 {
@@ -57,8 +55,7 @@ bool VizInTooltipProperties::MissingSheetName() const
 
 bool VizInTooltipProperties::HasInvalidSheetSize() const
 {
-    const TSize size = GetSheetSize();
-    return size.width < 1 || size.width > LargestWidth || size.height < 1 || size.height > LargestHeight;
+    return !Internal::IsValidSheetSize(GetSheetSize());
 }
 
 bool VizInTooltipProperties::HasUnallowedAttributes() const
@@ -98,12 +95,13 @@ boost::optional<TString> VizInTooltipProperties::GetFilterValue() const
 
 std::vector<TString> VizInTooltipProperties::GetFilterFields() const
 {
-    auto elements = FindCharRangesOfKnownMarkupElements(GetFilterValue().get_value_or(TString()),
-                                                        [](const TString&) { return true; });
     std::vector<TString> fields;
-    fields.reserve(elements.size());
-    for (auto& element : elements)
-        fields.push_back(std::move(element.second));
+    if (const auto value = GetFilterValue()) {
+        const Internal::TextView view = Internal::ViewOf(*value);
+        Internal::ForEachElement(view, [&](const Internal::ElementBounds& element) {
+            fields.push_back(Internal::ToString(element.ContentIn(view)));
+        });
+    }
     return fields;
 }
 

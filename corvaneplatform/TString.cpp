@@ -55,12 +55,9 @@ int ToIndex(std::size_t found)
 
 static_assert(sizeof(std::size_t) >= 8, "sums and products of lengths are taken in std::size_t");
 
-TString::TString(const char16_t* text, int count)
+std::size_t TString::LengthUpToZero(const char16_t* text)
 {
-    if (text == nullptr)
-        return;
-    m_text.assign(text, count < 0 ? CheckedLength(std::char_traits<char16_t>::length(text))
-                                  : static_cast<std::size_t>(count));
+    return CheckedLength(std::char_traits<char16_t>::length(text));
 }
 
 int TString::Find(char16_t unit, int from) const noexcept

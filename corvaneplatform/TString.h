@@ -24,7 +24,10 @@ public:
     TString() = default;
     /// The first `count` code units of `text`; with a `count` below 0, those up to the terminating U+0000.
     /// A null `text` gives an empty string.
-    TString(const char16_t* text, int count);
+    TString(const char16_t* text, int count)
+        : m_text(text == nullptr ? u"" : text, text == nullptr ? 0 : LengthOf(text, count))
+    {
+    }
 
     [[nodiscard]] int length() const noexcept { return static_cast<int>(m_text.size()); }
     [[nodiscard]] int GetLength() const noexcept { return length(); }
@@ -103,6 +106,11 @@ public:
 
 private:
     explicit TString(std::u16string text) noexcept : m_text(std::move(text)) {}
+    static std::size_t LengthOf(const char16_t* text, int count)
+    {
+        return count < 0 ? LengthUpToZero(text) : static_cast<std::size_t>(count);
+    }
+    static std::size_t LengthUpToZero(const char16_t* text);
     void Append(const char16_t* units, std::size_t count);
 
     std::u16string m_text;

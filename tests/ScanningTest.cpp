@@ -75,23 +75,17 @@ TEST(Scanning, EveryShortTextScansByTheTextbook)
 
 TEST(Scanning, LongerTextsScanByTheTextbook)
 {
+    // Sheet elements that restart inside, so that what a `<` begins depends on where the search for it began,
+    // and stretches that are longer than what is compared at once.
     constexpr std::u16string_view longer[] = {
-        u"<",
-        u"<",
-        u">",
-        u">",
-        u"\"",
-        u"\"",
-        u"<Sheet name=\"",
-        u"<Sheet Filter=\"",
-        u"=\"",
-        u"\t ",
-        u"maxwidth",
-        u"<Sheet \n",
-        u"maxheight2=",
-        u"a",
-        u"some text that is longer than a block ",
-    };
+        u"<",           u"<<",
+        u">",           u">>",
+        u"\"",          u"<Sheet name=\"",
+        u"\" <",        u"=\"x>",
+        u"\">",         u"<Sheet Filter=\"",
+        u"\t ",         u"<Sheet \n",
+        u"maxheight2=", u"maxwidth",
+        u"a",           u"\u3C3C\u223C text, longer than one block of code units "};
     std::mt19937 random(20240229);
     for (int i = 0; i < 30000; ++i) {
         std::u16string text;

@@ -1,15 +1,82 @@
 #include "Testing.h"
+#include "TextbookScanner.h"
 
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
 
 #include <algorithm>
 #include <climits>
+#include <random>
 
 using namespace corvanemarkup;
 using namespace corvanemarkup::VizInTooltip;
 
 namespace {
+
+std::string ReadByLibrary(const TString& tooltip)
+{
+    return Show(GetTargetSheetNamesFromTooltipText(tooltip)) + '\n' +
+           Show(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip)) + '\n' +
+           Show(GetFilterFieldsFromSheetMarkupInTooltipText(tooltip));
+}
+
+std::string ReadByTextbook(const TString& tooltip)
+{
+    std::set<TString> names;
+    std::map<TString, std::set<TString>> fieldsBySheet;
+    std::vector<TString> allFields;
+    for (const TString& content : textbook::CollectMarkupElements(tooltip)) {
+        const auto element = VizInTooltipProperties::FromMarkupText(MarkupText(content));
+        const bool isValid = element && element->IsValid();
+        EXPECT_EQ(Show(GetTargetSheetNameFromMarkupText(content)),
+                  isValid ? Show(element->GetSheetName()) : "");
+        if (!isValid)
+            continue;
+        const auto fields = element->GetFilterFields();
+        names.insert(element->GetSheetName());
+        if (!element->HasFilter())
+            fieldsBySheet.insert({element->GetSheetName(), {Text(u"All Fields")}});
+        else if (!fields.empty())
+            fieldsBySheet.insert({element->GetSheetName(), {fields.begin(), fields.end()}});
+        allFields.insert(allFields.begin(), fields.begin(), fields.end());
+    }
+    return Show(names) + '\n' + Show(fieldsBySheet) + '\n' + Show(allFields);
+}
+
+TEST(Tooltip, TooltipsReadByTheTextbook)
+{
+    constexpr std::u16string_view few[] = {
+        u"<", u">", u"\"", u" ", u"<Sheet name=\"a", u"\" filter=\"<b", u"Sheet N", u"ame=\""};
+    ForEachText(few, 6, [](const std::u16string& text) {
+        ASSERT_EQ(ReadByLibrary(Text(text)), ReadByTextbook(Text(text))) << Show(Text(text));
+    });
+    constexpr std::u16string_view many[] = {u"<",
+                                            u"<<",
+                                            u">",
+                                            u">>",
+                                            u"\"",
+                                            u" ",
+                                            u"<Sheet name=\"A\"",
+                                            u"<Sheet filter=\"<x>,<y>\"",
+                                            u" NAME=\"B\"",
+                                            u">",
+                                            u"<b ",
+                                            u"\t",
+                                            u"\"\"",
+                                            u"<Sheet maxwidth=\"200\" name=\"A\"\"C\"",
+                                            u" maxheight=\"150\"",
+                                            u" filter=\"<a\"\"b>, <<c><d>\"",
+                                            u" maxwidth=\"02\"",
+                                            u" MaxHeight=\"1501\"",
+                                            u"<Sheet  name=\"B\" filter=\"\">"};
+    std::mt19937 random(20240301);
+    for (int i = 0; i < 60000; ++i) {
+        std::u16string text;
+        for (auto count = 3 + random() % 12; count > 0; --count)
+            text += many[random() % std::size(many)];
+        ASSERT_EQ(ReadByLibrary(Text(text)), ReadByTextbook(Text(text))) << Show(Text(text));
+    }
+}
 
 TEST(Tooltip, SheetNamesAndFilterFields)
 {

@@ -1,0 +1,157 @@
+#include "Texts.h"
+
+#include <random>
+
+namespace benchmarks {
+
+namespace {
+
+using Random = std::mt19937; // the same numbers everywhere, unlike the distributions of the standard library
+
+template <std::size_t count>
+std::u16string_view OneOf(Random& random, const std::u16string_view (&items)[count])
+{
+    return items[random() % count];
+}
+
+constexpr std::u16string_view Sentences[] = {
+    u"Sales of this region compared with the same quarter a year ago. ",
+    u"Hover over a bar to see how the single products contributed to the total. ",
+    u"Figures are preliminary until the books are closed.\n",
+    u"Margin after discounts and returns, in thousands of euros. ",
+    u"The line shows the moving average of the last twelve weeks. ",
+    u"Customers who bought at least twice count as returning.\n\n",
+    u"Source: monthly report of the warehouse. ",
+    u"Target: ",
+    u"Trend for the selected segment and the years since its launch: ",
+};
+
+constexpr std::u16string_view Fields[] = {
+    u"Region",   u"Year",  u"Quarter",      u"Category", u"Sub-Category", u"Segment",  u"Product",
+    u"Customer", u"State", u"Ship_Mode",    u"Manager",  u"Profit_Ratio", u"Discount", u"Order_Date",
+    u"City",     u"Brand", u"Sales_Target", u"Channel",  u"Currency",     u"Returns",
+};
+
+constexpr std::u16string_view Sheets[] = {
+    u"Sales",           u"Profit",          u"Sales by Region",      u"Trend",
+    u"Top 10 products", u"Margin Detail",   u"Customer Overview",    u"Returns",
+    u"Forecast",        u"Orders per Week", u"Discounts by Manager", u"Map",
+};
+
+/// `sheet` goes through the sheets one after the other, so that a short tooltip names each at most once.
+void AppendSheetElement(Random& random, std::size_t sheet, std::u16string& text)
+{
+    text += u"<Sheet name=\"";
+    text += Sheets[sheet % std::size(Sheets)];
+    text += random() % 2 == 0 ? u"\" maxwidth=\"300\" maxheight=\"300\""
+                              : u"\" maxwidth=\"640\" maxheight=\"480\"";
+    if (const auto fields = random() % 4; fields > 0) {
+        text += u" filter=\"";
+        for (auto i = fields; i > 0; --i) {
+            text += u'<';
+            text += OneOf(random, Fields);
+            text += i > 1 ? u">," : u">";
+        }
+        text += u'"';
+    }
+    text += u">\n";
+}
+
+void AppendProse(Random& random, std::u16string& text)
+{
+    text += OneOf(random, Sentences);
+    if (random() % 2 == 0) {
+        text += u'<';
+        text += OneOf(random, Fields);
+        text += u"> ";
+    }
+}
+
+std::u16string MakeTooltip(Random& random, std::size_t length)
+{
+    std::u16string text;
+    for (std::size_t sheet = random(); text.size() < length; ++sheet) {
+        for (auto sentences = 5 + random() % 6; sentences > 0; --sentences)
+            AppendProse(random, text);
+        AppendSheetElement(random, sheet, text);
+    }
+    return text;
+}
+
+void AppendNumber(std::u16string& text, std::size_t number)
+{
+    for (const char digit : std::to_string(number))
+        text += static_cast<char16_t>(digit);
+}
+
+} // namespace
+
+std::vector<std::u16string> ShortTooltips(std::size_t count)
+{
+    Random random(1);
+    std::vector<std::u16string> tooltips;
+    while (tooltips.size() < count)
+        tooltips.push_back(MakeTooltip(random, 100 + random() % 1400));
+    return tooltips;
+}
+
+std::u16string LongTooltip(std::size_t length)
+{
+    Random random(2);
+    return MakeTooltip(random, length);
+}
+
+std::u16string Prose(std::size_t length)
+{
+    Random random(3);
+    std::u16string text;
+    for (std::size_t i = 0; text.size() < length; ++i) {
+        for (const std::size_t end = text.size() + 4000; text.size() < end;)
+            text += OneOf(random, Sentences);
+        if (i % 2 == 0)
+            AppendSheetElement(random, i, text);
+        else
+            AppendProse(random, text);
+    }
+    return text;
+}
+
+const std::vector<HostileFamily>& HostileFamilies()
+{
+    static const std::vector<HostileFamily> families = {
+        {"run of <", {}, u"<", {}},
+        {"run of quotes", u"<Sheet name=", u"\"", {}},
+        {"unfinished elements", {}, u"<a", {}},
+        {"unfinished sheet elements", {}, u"<Sheet name=\"", {}},
+        {"doubled delimiters", u"<a", u"<<b>>", u">"},
+        {"doubled < in front of elements", {}, u"<<a>", {}},
+        {"doubled > behind elements", {}, u"<a>>", {}},
+        {"sheet elements that restart", {}, u"<Sheet name=\"a\" ", u">"},
+        {"white space behind the element name", u"<Sheet ", u" \t", u"<Sheet name"},
+        {"names that white space follows", {}, u"<Sheet name\t", {}},
+        {"an element of commas", u"<Sheet name=\"a\" filter=\"", u",", u"\">"},
+        {"wide filter value", u"<Sheet name=\"a\" filter=\"", u"<f>,", u"\">"},
+        {"filter value of doubled <", u"<Sheet name=\"a\" filter=\"", u"<<f>,", u"\">"},
+        {"filter value of doubled quotes", u"<Sheet name=\"a\" filter=\"", u"\"\"", u"\">"},
+        {"many attributes", u"<Sheet name=\"a\"", u" n#=\"v\"", u">"},
+        {"many attributes without spaces", u"<Sheet name=\"a\" ", u"n#=\"v\"", u">"},
+        {"many elements", {}, u"<a#>", {}},
+        {"many sheets", {}, u"<Sheet name=\"s#\" filter=\"<f>\">", {}},
+        {"many elements of one sheet", {}, u"<Sheet name=\"s\" filter=\"<f#>\">", {}},
+    };
+    return families;
+}
+
+std::u16string HostileFamily::Make(std::size_t length) const
+{
+    std::u16string text(Start);
+    for (std::size_t i = 0; text.size() < length; ++i)
+        for (const char16_t unit : Unit)
+            if (unit == u'#')
+                AppendNumber(text, i);
+            else
+                text += unit;
+    return text.append(End);
+}
+
+} // namespace benchmarks

@@ -1,0 +1,83 @@
+#pragma once
+
+/// Comparing several code units at once. The only place that knows of vector instructions.
+
+#include <cstddef>
+#include <cstdint>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace corvanemarkup::Internal {
+
+/// A bit for each code unit of a block, the lowest for the first.
+using UnitMask = std::uint32_t;
+
+/// `Length` code units, to be compared with ASCII characters other than U+0000.
+class UnitBlock
+{
+public:
+    static constexpr std::size_t Length = 32;
+
+    /// The code units from `units` on.
+    explicit UnitBlock(const char16_t* units);
+
+    /// Which of the code units are `unit`.
+    [[nodiscard]] UnitMask operator==(char16_t unit) const;
+
+private:
+#if defined(__SSE2__)
+    /// The units as bytes: those beyond a byte become 255 or 0, and so none of the characters asked for.
+    __m128i m_low;
+    __m128i m_high;
+#else
+    const char16_t* m_units;
+#endif
+};
+
+#if defined(__SSE2__)
+
+inline UnitBlock::UnitBlock(const char16_t* units)
+{
+    const auto* const vectors = reinterpret_cast<const __m128i*>(units);
+    m_low = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
+    m_high = _mm_packus_epi16(_mm_loadu_si128(vectors + 2), _mm_loadu_si128(vectors + 3));
+}
+
+inline UnitMask UnitBlock::operator==(char16_t unit) const
+{
+    const __m128i bytes = _mm_set1_epi8(static_cast<char>(unit));
+    const auto low = static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_low, bytes)));
+    const auto high = static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_high, bytes)));
+    return low | high << 16;
+}
+
+#else
+
+inline UnitBlock::UnitBlock(const char16_t* units) : m_units(units) {}
+
+inline UnitMask UnitBlock::operator==(char16_t unit) const
+{
+    UnitMask mask = 0;
+    for (std::size_t i = 0; i < Length; ++i)
+        mask |= UnitMask(m_units[i] == unit) << i;
+    return mask;
+}
+
+#endif
+
+/// The position of the lowest bit of a mask that isn't 0.
+[[nodiscard]] inline std::size_t FirstIn(UnitMask mask)
+{
+#if defined(__GNUC__)
+    return static_cast<std::size_t>(__builtin_ctz(mask));
+#else
+    std::size_t position = 0;
+    for (; (mask & 1) == 0; mask >>= 1)
+        ++position;
+    return position;
+#endif
+}
+
+} // namespace corvanemarkup::Internal
