@@ -20,60 +20,49 @@ std::string ShowTokens(const TokenizeResult& result)
 
 TEST(AttributedMarkup, TokensAndAttributesOfAnElement)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        const char* tokens;
-        const char* attributes;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, const char*, const char*> rows = {
         {"an empty text", u"", "failure", "none"},
         {"no space", u"Sheet", "failure", "none"},
-        {"a tab is no space", u"Sheet\tname=\"a\"", "failure", "none"},
+        {"a tab is no space", u"Sheet\tname='a'", "failure", "none"},
         {"no attribute", u"Sheet  ", "E(Sheet)W(  )", ""},
-        {"spaces anywhere", u"Sheet b=\"1 2\"  a=\"x=y\" ", "E(Sheet)W( )A(b=\"1 2\")W(  )A(a=\"x=y\")W( )",
+        {"spaces anywhere", u"Sheet b='1 2'  a='x=y' ", "E(Sheet)W( )A(b='1 2')W(  )A(a='x=y')W( )",
          "[b=1 2][a=x=y]"},
-        {"another element", u" a=\"1\"", "E()W( )A(a=\"1\")", "none"},
-        {"letter case of the element name counts", u"sheet a=\"1\"", "E(sheet)W( )A(a=\"1\")", "none"},
-        {"no space is needed behind a quote", u"Sheet a=\"1\"a=\"2\"", "E(Sheet)W( )A(a=\"1\")A(a=\"2\")",
+        {"another element", u" a='1'", "E()W( )A(a='1')", "none"},
+        {"letter case of the element name counts", u"sheet a='1'", "E(sheet)W( )A(a='1')", "none"},
+        {"no space is needed behind a quote", u"Sheet a='1'a='2'", "E(Sheet)W( )A(a='1')A(a='2')",
          "[a=1][a=2]"},
-        {"a bare word", u"Sheet a=\"1\" /", "E(Sheet)W( )A(a=\"1\")W( )A(/)", "none"},
+        {"a bare word", u"Sheet a='1' /", "E(Sheet)W( )A(a='1')W( )A(/)", "none"},
         {"no quotes", u"Sheet a=b", "E(Sheet)W( )A(a=b)", "none"},
-        {"a space behind the =", u"Sheet a= \"b\"", "E(Sheet)W( )A(a=)W( )A(\"b\")", "none"},
-        {"one pair of quotes to a token", u"Sheet a\"b\"c\"d\"e", "E(Sheet)W( )A(a\"b\")A(c\"d\")A(e)",
-         "none"},
-        {"an empty name and value", u"Sheet =\"\"", "E(Sheet)W( )A(=\"\")", "[=]"},
-        {"doubled quotes", u"Sheet a=\"\"\"b\"\"\"", "E(Sheet)W( )A(a=\"\"\"b\"\"\")", "[a=\"b\"]"},
-        {"a doubled quote doesn't close", u"Sheet a=\"1\" b=\"2\"\"", "failure", "none"},
-        {"a quote that ends the text doesn't open", u"Sheet a=\"1\" \"", "failure", "none"},
-        {"no quotes protect the first space", u"a=\"b c\"\"", "E(a=\"b)W( )A(c\"\")", "none"},
-        {"U+0000 is a character", u"Sheet \0=\"\0\""sv, "E(Sheet)W( )A({0}=\"{0}\")", "[{0}={0}]"},
+        {"a space behind the =", u"Sheet a= 'b'", "E(Sheet)W( )A(a=)W( )A('b')", "none"},
+        {"one pair of quotes to a token", u"Sheet a'b'c'd'e", "E(Sheet)W( )A(a'b')A(c'd')A(e)", "none"},
+        {"an empty name and value", u"Sheet =''", "E(Sheet)W( )A(='')", "[=]"},
+        {"doubled quotes", u"Sheet a='''b'''", "E(Sheet)W( )A(a='''b''')", "[a='b']"},
+        {"a doubled quote doesn't close", u"Sheet a='1' b='2''", "failure", "none"},
+        {"a quote that ends the text doesn't open", u"Sheet a='1' '", "failure", "none"},
+        {"no quotes protect the first space", u"a='b c''", "E(a='b)W( )A(c'')", "none"},
+        {"U+0000 is a character", u"Sheet \0='\0'"sv, "E(Sheet)W( )A({0}='{0}')", "[{0}={0}]"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(ShowTokens(TokenizeAttributedMarkupText(Markup(row.text))), row.tokens);
-        EXPECT_EQ(Show(ParseAttributedMarkupText(Markup(row.text), Text(u"Sheet"))), row.attributes);
+    for (const auto& [rule, text, tokens, attributes] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(ShowTokens(TokenizeAttributedMarkupText(Markup(text))), tokens);
+        EXPECT_EQ(Show(ParseAttributedMarkupText(Markup(text), Text(u"Sheet"))), attributes);
     }
 }
 
 TEST(AttributedMarkup, NameAndValueOfOneAttribute)
 {
-    constexpr struct
-    {
-        std::u16string_view text;
-        const char* attribute;
-    } rows[] = {
-        {u" a=\"b=c\"", " a=b=c"}, {u"\"a=\"\"\"\"", "\"a=\""}, {u"a=\"b\"c\"", "a=b\"c"},
-        {u"a=\"b\"\"", "a=b\""},   {u"a=\"\"\"\"\"", "a=\"\""}, {u"a=\"", "none"},
-        {u"a=\"b", "none"},        {u"a=b\"", "none"},          {u"a\"b\"", "none"},
+    const Rows<std::u16string_view, const char*> rows = {
+        {u" a='b=c'", " a=b=c"}, {u"'a=''''", "'a='"}, {u"a='b'c'", "a=b'c"},
+        {u"a='b''", "a=b'"},     {u"a='''''", "a=''"}, {u"a='", "none"},
+        {u"a='b", "none"},       {u"a=b'", "none"},    {u"a'b'", "none"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(Show(ExtractNameAndValue(Text(row.text))), row.attribute);
+    for (const auto& [text, attribute] : rows)
+        EXPECT_EQ(Show(ExtractNameAndValue(Text(text))), attribute);
 
-    TString value = Text(u"\"a\"b\"");
+    TString value = Text(u"'a'b'");
     EXPECT_TRUE(StripEnclosingQuotes(value));
-    EXPECT_EQ(Show(value), "a\"b");
-    for (const std::u16string_view unquoted : {u"", u"\"", u"\"a", u"a\""}) {
+    EXPECT_EQ(Show(value), "a'b");
+    for (const std::u16string_view unquoted : {u"", u"'", u"'a", u"a'"}) {
         value = Text(unquoted);
         EXPECT_FALSE(StripEnclosingQuotes(value));
         EXPECT_EQ(value, Text(unquoted));
@@ -82,34 +71,28 @@ TEST(AttributedMarkup, NameAndValueOfOneAttribute)
 
 TEST(AttributedMarkup, RunsOfAttributes)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view phrase;
-        bool isRead;
-        const char* out;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, bool, const char*> rows = {
         {"nothing", u"", false, ""},
         {"spaces", u"  ", false, ""},
-        {"attributes with spaces around", u" a=\"1 2\"  b=\"\"\"=\" ", true, "[a=1 2][b=\"=]"},
-        {"a space or the end must follow a closing quote", u"a=\"1\"b=\"2\"", false, ""},
-        {"attributes before a failure stay", u"a=\"1\" x", false, "[a=1]"},
-        {"an unquoted value", u"a=\"1\" b=2 ", false, "[a=1]"},
-        {"an open quote", u"a=\"1\" b=\"2 \"\"", false, "[a=1]"},
-        {"a space within an attribute", u"a =\"1\"", false, ""},
-        {"text in front of the quotes", u"a=b\"c\"", false, ""},
-        {"U+0000 ends the scan", u"a=\"1\"\0b"sv, true, "[a=1]"},
-        {"U+0000 within quotes, too", u"a=\"1\" b=\"\0\""sv, false, "[a=1]"},
+        {"attributes with spaces around", u" a='1 2'  b='''=' ", true, "[a=1 2][b='=]"},
+        {"a space or the end must follow a closing quote", u"a='1'b='2'", false, ""},
+        {"attributes before a failure stay", u"a='1' x", false, "[a=1]"},
+        {"an unquoted value", u"a='1' b=2 ", false, "[a=1]"},
+        {"an open quote", u"a='1' b='2 ''", false, "[a=1]"},
+        {"a space within an attribute", u"a ='1'", false, ""},
+        {"text in front of the quotes", u"a=b'c'", false, ""},
+        {"U+0000 ends the scan", u"a='1'\0b"sv, true, "[a=1]"},
+        {"U+0000 within quotes, too", u"a='1' b='\0'"sv, false, "[a=1]"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
+    for (const auto& [rule, phrase, isRead, pairs] : rows) {
+        SCOPED_TRACE(rule);
         std::vector<AttributeNameAndValue> out;
-        EXPECT_EQ(FindNameValuePairs(Text(row.phrase), out), row.isRead);
-        EXPECT_EQ(Show(out), row.out);
+        EXPECT_EQ(FindNameValuePairs(Text(phrase), out), isRead);
+        EXPECT_EQ(Show(out), pairs);
         // What is there on entry stays there, and counts: a phrase of spaces is enough then.
         std::vector<AttributeNameAndValue> more{{Name(u"x"), Text(u"y")}};
-        EXPECT_EQ(FindNameValuePairs(Text(row.phrase), more), row.isRead || row.phrase == u"  ");
-        EXPECT_EQ(Show(more), "[x=y]" + std::string(row.out));
+        EXPECT_EQ(FindNameValuePairs(Text(phrase), more), isRead || phrase == u"  ");
+        EXPECT_EQ(Show(more), "[x=y]" + std::string(pairs));
     }
 }
 
@@ -117,29 +100,21 @@ TEST(AttributedMarkup, WhereAnAttributeStands)
 {
     const char* const noTokens = "corvanemarkup/VizInTooltipImpl: tokenizeResult.Success";
     const char* const noAttribute = "corvanemarkup/VizInTooltipImpl: attributeNameAndValue";
-    const struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        std::u16string_view name;
-        std::string found;
-    } rows[] = {
-        {"raw lengths count", u"Sheet  name=\"a\"\"b\"   filter=\"f\"", u"filter", "21 filter=\"f\""},
-        {"any element, and no space between", u"Other a=\"1\"b=\"2\"", u"b", "11 b=\"2\""},
-        {"the first of a name, in any letter case", u"Sheet NAME=\"a\" name=\"b\"", u"name", "6 NAME=\"a\""},
-        {"none", u"Sheet name=\"a\"", u"filter", "none"},
-        {"an empty name", u"Sheet =\"x\"", u"", "6 =\"x\""},
-        {"a fault behind the match isn't met", u"Sheet name=\"a\" x", u"name", "6 name=\"a\""},
-        {"a fault is met when nothing matches", u"Sheet name=\"a\" x", u"filter", noAttribute},
-        {"a fault in front", u"Sheet x name=\"a\"", u"name", noAttribute},
+    const Rows<const char*, std::u16string_view, std::u16string_view, std::string> rows = {
+        {"raw lengths count", u"Sheet  name='a''b'   filter='f'", u"filter", "21 filter='f'"},
+        {"any element, and no space between", u"Other a='1'b='2'", u"b", "11 b='2'"},
+        {"the first of a name, in any letter case", u"Sheet NAME='a' name='b'", u"name", "6 NAME='a'"},
+        {"none", u"Sheet name='a'", u"filter", "none"},
+        {"an empty name", u"Sheet ='x'", u"", "6 ='x'"},
+        {"a fault behind the match isn't met", u"Sheet name='a' x", u"name", "6 name='a'"},
+        {"a fault is met when nothing matches", u"Sheet name='a' x", u"filter", noAttribute},
+        {"a fault in front", u"Sheet x name='a'", u"name", noAttribute},
         {"a fault at the match", u"Sheet name=a", u"name", noAttribute},
-        {"the whole text must tokenize first", u"Sheet x name=\"a", u"name", noTokens},
+        {"the whole text must tokenize first", u"Sheet x name='a", u"name", noTokens},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(ShowOrCondition(
-                      [&] { return FindAttributeTokenOffsetAndContent(Markup(row.text), Name(row.name)); }),
-                  row.found);
+    for (const auto& [rule, text, name, found] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(ShowOrCondition(FindAttributeTokenOffsetAndContent, Markup(text), Name(name)), found);
     }
 }
 
@@ -165,7 +140,7 @@ TEST(AttributedMarkup, TheListOfAttributes)
 
 TEST(AttributedMarkup, WhatIsWrittenReadsBack)
 {
-    constexpr std::u16string_view fragments[] = {u"\"", u" ", u"=", u"<", u">", u"a", u"\0"sv, u"\xD800"};
+    constexpr std::u16string_view fragments[] = {u"'", u" ", u"=", u"<", u">", u"a", u"\0"sv, u"\xD800"};
     ForEachText(fragments, 4, [](const std::u16string& value) {
         const AttributeNamesAndValues list({{Name(u"name"), Text(value)}, {Name(u"b"), Text(value + u'"')}});
         const TString markup = list.ToMarkupText(Text(u"Sheet"));

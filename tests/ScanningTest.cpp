@@ -63,7 +63,7 @@ Scan ScanByTextbook(const TString& text)
     return scan;
 }
 
-constexpr std::u16string_view Fragments[] = {u"<", u">", u"\"", u" ", u"=", u"a", u"Sheet ", u"name"};
+constexpr std::u16string_view Fragments[] = {u"<", u">", u"'", u" ", u"=", u"a", u"Sheet ", u"name"};
 
 TEST(Scanning, EveryShortTextScansByTheTextbook)
 {
@@ -80,9 +80,9 @@ TEST(Scanning, LongerTextsScanByTheTextbook)
     constexpr std::u16string_view longer[] = {
         u"<",           u"<<",
         u">",           u">>",
-        u"\"",          u"<Sheet name=\"",
-        u"\" <",        u"=\"x>",
-        u"\">",         u"<Sheet Filter=\"",
+        u"'",           u"<Sheet name='",
+        u"' <",         u"='x>",
+        u"'>",          u"<Sheet Filter='",
         u"\t ",         u"<Sheet \n",
         u"maxheight2=", u"maxwidth",
         u"a",           u"\u3C3C\u223C text, longer than one block of code units "};
@@ -97,42 +97,31 @@ TEST(Scanning, LongerTextsScanByTheTextbook)
 
 TEST(Scanning, FindsElementsByTheRules)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        int start;
-        const char* content;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, int, const char*> rows = {
         {"a doubled < is escaped, the third of three counts", u"<<<a>", 2, "a"},
         {"a pair that ends the text ends the search", u"<a>>", -1, ""},
         {"a doubled > inside an element stays doubled", u"<a>>b>", 0, "a>>b"},
         {"an element restarts at a further <", u"<a <b>", 3, "b"},
-        {"quotes mean nothing in a plain element", u"<a b=\"c>d\">", 0, "a b=\"c"},
-        {"quotes protect brackets in a sheet element", u"<Sheet name=\"a>b\">", 0, "Sheet name=\"a>b\""},
-        {"a doubled quote doesn't close a value", u"<Sheet name=\"a\"\"b>\">", 0, "Sheet name=\"a\"\"b>\""},
-        {"quotes still protect after a sheet element restarts", u"<Sheet name=\"a\" <b c=\"x>y\">", 16,
-         "b c=\"x>y\""},
-        {"quotes begin to protect at a restart", u"<a <Sheet name=\"x>y\">", 3, "Sheet name=\"x>y\""},
-        {"another first attribute makes no sheet element", u"<Sheet foo=\"1\" name=\"a>b\">", 0,
-         "Sheet foo=\"1\" name=\"a"},
+        {"quotes mean nothing in a plain element", u"<a b='c>d'>", 0, "a b='c"},
+        {"quotes protect brackets in a sheet element", u"<Sheet name='a>b'>", 0, "Sheet name='a>b'"},
+        {"a doubled quote doesn't close a value", u"<Sheet name='a''b>'>", 0, "Sheet name='a''b>'"},
+        {"quotes still protect after a sheet element restarts", u"<Sheet name='a' <b c='x>y'>", 16,
+         "b c='x>y'"},
+        {"quotes begin to protect at a restart", u"<a <Sheet name='x>y'>", 3, "Sheet name='x>y'"},
+        {"another first attribute makes no sheet element", u"<Sheet foo='1' name='a>b'>", 0,
+         "Sheet foo='1' name='a"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
+    for (const auto& [rule, text, start, found] : rows) {
+        SCOPED_TRACE(rule);
         TString content;
-        EXPECT_EQ(FindNextMarkupElement(Text(row.text), 0, content), row.start);
-        EXPECT_EQ(Show(content), row.content);
+        EXPECT_EQ(FindNextMarkupElement(Text(text), 0, content), start);
+        EXPECT_EQ(Show(content), found);
     }
 }
 
 TEST(Scanning, RecognisesSheetElementsByTheirFirstAttribute)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        bool isSheet;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, bool> rows = {
         {"letter case of attribute names doesn't count", u"Sheet MaxHeight=", true},
         {"that of the element name does", u"sheet name=", false},
         {"a tab doesn't end the element name", u"Sheet\tname=", false},
@@ -144,12 +133,12 @@ TEST(Scanning, RecognisesSheetElementsByTheirFirstAttribute)
         {"no name", u"Sheet =name=", false},
         {"a name that goes on", u"Sheet maxheights=", false},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(VizInTooltip::Impl::IsSheetMarkupText(Text(row.text), 0), row.isSheet);
-        EXPECT_EQ(textbook::IsSheetMarkupText(Text(row.text), 0), row.isSheet);
-        for (const int outside : {INT_MIN, -1, Text(row.text).length() + 1, INT_MAX})
-            EXPECT_FALSE(VizInTooltip::Impl::IsSheetMarkupText(Text(row.text), outside));
+    for (const auto& [rule, text, isSheet] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(VizInTooltip::Impl::IsSheetMarkupText(Text(text), 0), isSheet);
+        EXPECT_EQ(textbook::IsSheetMarkupText(Text(text), 0), isSheet);
+        for (const int outside : {INT_MIN, -1, Text(text).length() + 1, INT_MAX})
+            EXPECT_FALSE(VizInTooltip::Impl::IsSheetMarkupText(Text(text), outside));
     }
 }
 
@@ -172,31 +161,24 @@ TEST(Scanning, TokenizerStepsAndBrokenCalls)
 
 TEST(Scanning, OneKnownElement)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        bool accept;
-        int result;
-        int elementLength;
-        const char* content;
-        const char* asked;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, bool, int, int, const char*, const char*> rows = {
         {"accepted", u"<a>b", true, 0, 3, "a", "a"},
         {"refused: the content is told all the same", u"<a>b<c>", false, -1, 99, "a", "a"},
         {"none, and what content holds is accepted", u"ab", true, -1, 8, "before", "before"},
         {"none, and it is refused", u"ab", false, -1, 99, "before", "before"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
+    for (const auto& [rule, text, accept, result, elementLength, contentAfter, askedAbout] : rows) {
+        SCOPED_TRACE(rule);
         TString content = Text(u"before");
         int length = 99;
         std::string asked;
-        const auto predicate = [&](const TString& text) { return asked = Show(text), row.accept; };
-        EXPECT_EQ(FindNextKnownMarkupElement(Text(row.text), 0, length, content, predicate), row.result);
-        EXPECT_EQ(length, row.elementLength);
-        EXPECT_EQ(Show(content), row.content);
-        EXPECT_EQ(asked, row.asked);
+        const auto predicate = [&asked, answer = accept](const TString& seen) {
+            return asked = Show(seen), answer;
+        };
+        EXPECT_EQ(FindNextKnownMarkupElement(Text(text), 0, length, content, predicate), result);
+        EXPECT_EQ(length, elementLength);
+        EXPECT_EQ(Show(content), contentAfter);
+        EXPECT_EQ(asked, askedAbout);
     }
     TString content = Text(u"before");
     int length = 99;

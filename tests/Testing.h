@@ -11,13 +11,16 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 using namespace std::string_view_literals;
 
+/// `'` stands for a quote, here and in what is shown.
 inline TString Text(std::u16string_view text)
 {
-    return TString(text.data(), static_cast<int>(text.size()));
+    return TString(text.data(), static_cast<int>(text.size())).replace(u'\'', TString(u"\"", 1));
 }
 
 inline corvanemarkup::MarkupText Markup(std::u16string_view text)
@@ -36,7 +39,8 @@ inline std::string Show(const TString& text)
     std::string shown;
     for (int i = 0; i < text.length(); ++i) {
         char buffer[8];
-        std::snprintf(buffer, sizeof buffer, text[i] >= u' ' && text[i] <= u'~' ? "%c" : "{%X}", text[i]);
+        const char16_t unit = text[i] == u'"' ? u'\'' : text[i];
+        std::snprintf(buffer, sizeof buffer, unit >= u' ' && unit <= u'~' ? "%c" : "{%X}", unit);
         shown += buffer;
     }
     return shown;
@@ -93,15 +97,19 @@ auto Show(const List& list) -> decltype(list.begin(), std::string())
 }
 
 /// What `function` gives, shown; or the condition that it finds broken, with the source.
-template <typename Function>
-std::string ShowOrCondition(Function function)
+template <typename Function, typename... Arguments>
+std::string ShowOrCondition(Function function, const Arguments&... arguments)
 {
     try {
-        return Show(function());
+        return Show(function(arguments...));
     } catch (const LogicException& exception) {
         return std::string(exception.File()) + ": " + exception.Condition();
     }
 }
+
+/// A table of cases.
+template <typename... Columns>
+using Rows = std::vector<std::tuple<Columns...>>;
 
 /// Calls `visit` with every text that is made of up to `count` of the fragments.
 template <typename Fragments, typename Visit>

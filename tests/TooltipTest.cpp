@@ -46,7 +46,7 @@ std::string ReadByTextbook(const TString& tooltip)
 TEST(Tooltip, TooltipsReadByTheTextbook)
 {
     constexpr std::u16string_view few[] = {
-        u"<", u">", u"\"", u" ", u"<Sheet name=\"a", u"\" filter=\"<b", u"Sheet N", u"ame=\""};
+        u"<", u">", u"'", u" ", u"<Sheet name='a", u"' filter='<b", u"Sheet N", u"ame='"};
     ForEachText(few, 6, [](const std::u16string& text) {
         ASSERT_EQ(ReadByLibrary(Text(text)), ReadByTextbook(Text(text))) << Show(Text(text));
     });
@@ -54,21 +54,21 @@ TEST(Tooltip, TooltipsReadByTheTextbook)
                                             u"<<",
                                             u">",
                                             u">>",
-                                            u"\"",
+                                            u"'",
                                             u" ",
-                                            u"<Sheet name=\"A\"",
-                                            u"<Sheet filter=\"<x>,<y>\"",
-                                            u" NAME=\"B\"",
+                                            u"<Sheet name='A'",
+                                            u"<Sheet filter='<x>,<y>'",
+                                            u" NAME='B'",
                                             u">",
                                             u"<b ",
                                             u"\t",
-                                            u"\"\"",
-                                            u"<Sheet maxwidth=\"200\" name=\"A\"\"C\"",
-                                            u" maxheight=\"150\"",
-                                            u" filter=\"<a\"\"b>, <<c><d>\"",
-                                            u" maxwidth=\"02\"",
-                                            u" MaxHeight=\"1501\"",
-                                            u"<Sheet  name=\"B\" filter=\"\">"};
+                                            u"''",
+                                            u"<Sheet maxwidth='200' name='A''C'",
+                                            u" maxheight='150'",
+                                            u" filter='<a''b>, <<c><d>'",
+                                            u" maxwidth='02'",
+                                            u" MaxHeight='1501'",
+                                            u"<Sheet  name='B' filter=''>"};
     std::mt19937 random(20240301);
     for (int i = 0; i < 60000; ++i) {
         std::u16string text;
@@ -80,149 +80,111 @@ TEST(Tooltip, TooltipsReadByTheTextbook)
 
 TEST(Tooltip, SheetNamesAndFilterFields)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        const char* names;
-        const char* fieldsBySheet;
-        const char* fields;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, const char*, const char*, const char*> rows = {
         {"no element", u"a <<b>", "", "", ""},
         {"sorted, and the first element text decides",
-         u"<Sheet name=\"B\" filter=\"<y>,<x>\"> <b> <Sheet name=\"A\" filter=\"<q>\"> <Sheet name=\"A\">",
-         "[A][B]", "[A [All Fields]][B [x][y]]", "[y][x][q]"},
-        {"a filter without fields gives way",
-         u"<Sheet name=\"D\" filter=\"\"> <Sheet name=\"D\" filter=\"<k>\">", "[D]", "[D [k]]", "[k]"},
-        {"and the sheet is absent without another", u"<Sheet name=\"E\" filter=\"zzz\">", "[E]", "", ""},
-        {"repeats", u"<Sheet name=\"A\" filter=\"<x>,<x>\">", "[A]", "[A [x]]", "[x][x]"},
+         u"<Sheet name='B' filter='<y>,<x>'> <b> <Sheet name='A' filter='<q>'> <Sheet name='A'>", "[A][B]",
+         "[A [All Fields]][B [x][y]]", "[y][x][q]"},
+        {"a filter without fields gives way", u"<Sheet name='D' filter=''> <Sheet name='D' filter='<k>'>",
+         "[D]", "[D [k]]", "[k]"},
+        {"and the sheet is absent without another", u"<Sheet name='E' filter='zzz'>", "[E]", "", ""},
+        {"repeats", u"<Sheet name='A' filter='<x>,<x>'>", "[A]", "[A [x]]", "[x][x]"},
         {"fields of the last element first, each in their order",
-         u"<Sheet name=\"1\" filter=\"<b>,<a>\"><Sheet name=\"2\" filter=\"<c>,<a>\"><Sheet name=\"3\" "
-         u"filter=\"<d>\">",
+         u"<Sheet name='1' filter='<b>,<a>'><Sheet name='2' filter='<c>,<a>'><Sheet name='3' filter='<d>'>",
          "[1][2][3]", "[1 [a][b]][2 [a][c]][3 [d]]", "[d][c][a][b][a]"},
-        {"an invalid element counts nowhere", u"<Sheet name=\"A\" filter=\"<x>\" maxwidth=\"2001\">", "", "",
-         ""},
-        {"an element without end hides what follows", u"<Sheet name=\"A\"><Sheet name=\"<Sheet name=\"B\">",
-         "[A]", "[A [All Fields]]", ""},
+        {"an invalid element counts nowhere", u"<Sheet name='A' filter='<x>' maxwidth='2001'>", "", "", ""},
+        {"an element without end hides what follows", u"<Sheet name='A'><Sheet name='<Sheet name='B'>", "[A]",
+         "[A [All Fields]]", ""},
         {"restarts, doubled brackets and quotes",
-         u"<<Sheet name=\"A\"><b <Sheet filter=\"<a\"\"b>\" NAME=\"B>\"><<<Sheet maxwidth=\"1\" "
-         u"name=\"C\">>><Sheet \tname=\"D\">",
-         "[B>]", "[B> [a\"b]]", "[a\"b]"},
+         u"<<Sheet name='A'><b <Sheet filter='<a''b>' NAME='B>'><<<Sheet maxwidth='1' name='C'>>><Sheet "
+         u"\tname='D'>",
+         "[B>]", "[B> [a'b]]", "[a'b]"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(Show(GetTargetSheetNamesFromTooltipText(Text(row.text))), row.names);
-        EXPECT_EQ(Show(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(Text(row.text))),
-                  row.fieldsBySheet);
-        EXPECT_EQ(Show(GetFilterFieldsFromSheetMarkupInTooltipText(Text(row.text))), row.fields);
+    for (const auto& [rule, text, names, fieldsBySheet, fields] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(Show(GetTargetSheetNamesFromTooltipText(Text(text))), names);
+        EXPECT_EQ(Show(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(Text(text))),
+                  fieldsBySheet);
+        EXPECT_EQ(Show(GetFilterFieldsFromSheetMarkupInTooltipText(Text(text))), fields);
     }
     EXPECT_EQ(Show(GetTargetSheetNamesFromMarkupElementSet(
-                  {Text(u"Sheet name=\"A\" "), Text(u"b"), Text(u"Sheet name=\"A\"")})),
+                  {Text(u"Sheet name='A' "), Text(u"b"), Text(u"Sheet name='A'")})),
               "[A]");
 }
 
 TEST(Tooltip, DeletedOrModifiedFilters)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view previous;
-        std::u16string_view current;
-        const char* sheets;
-        const char* sheetsOfTheExchange;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, std::u16string_view, const char*, const char*> rows = {
         {"deleted, the same, modified and new",
-         u"<Sheet name=\"A\" filter=\"<x>\"><Sheet name=\"B\" filter=\"<x>\"><Sheet name=\"D\"><Sheet "
-         u"name=\"E\" filter=\"<y>,<z>\">",
-         u"<Sheet name=\"A\" filter=\"<x>\"><Sheet name=\"D\" filter=\"<All Fields>\"><Sheet name=\"E\" "
-         u"filter=\"<z>,<y>,<w>\"><Sheet name=\"F\">",
+         u"<Sheet name='A' filter='<x>'><Sheet name='B' filter='<x>'><Sheet name='D'><Sheet name='E' "
+         u"filter='<y>,<z>'>",
+         u"<Sheet name='A' filter='<x>'><Sheet name='D' filter='<All Fields>'><Sheet name='E' "
+         u"filter='<z>,<y>,<w>'><Sheet name='F'>",
          "[B][E]", "[E][F]"},
-        {"order and repeats don't count", u"<Sheet name=\"A\" filter=\"<x>,<y>\">",
-         u"<Sheet name=\"A\" filter=\"<y>,<x>,<y>\">", "", ""},
-        {"as many, but others", u"<Sheet name=\"A\" filter=\"<x>\">", u"<Sheet name=\"A\" filter=\"<z>\">",
-         "[A]", "[A]"},
-        {"emptied", u"<Sheet name=\"A\" filter=\"<x>\">", u"<Sheet name=\"A\" filter=\"\">", "[A]", ""},
+        {"order and repeats don't count", u"<Sheet name='A' filter='<x>,<y>'>",
+         u"<Sheet name='A' filter='<y>,<x>,<y>'>", "", ""},
+        {"as many, but others", u"<Sheet name='A' filter='<x>'>", u"<Sheet name='A' filter='<z>'>", "[A]",
+         "[A]"},
+        {"emptied", u"<Sheet name='A' filter='<x>'>", u"<Sheet name='A' filter=''>", "[A]", ""},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        const TString previous = Text(row.previous);
-        const TString current = Text(row.current);
-        EXPECT_EQ(Show(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(previous, current)), row.sheets);
-        EXPECT_EQ(Show(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(current, previous)),
-                  row.sheetsOfTheExchange);
+    for (const auto& [rule, previous, current, sheets, sheetsOfTheExchange] : rows) {
+        SCOPED_TRACE(rule);
+        const auto changes = CollectSheetsWithDeletedOrModifiedSheetMarkupFilters;
+        EXPECT_EQ(Show(changes(Text(previous), Text(current))), sheets);
+        EXPECT_EQ(Show(changes(Text(current), Text(previous))), sheetsOfTheExchange);
     }
 }
 
 TEST(Tooltip, RenamingASheet)
 {
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        std::u16string_view name;
-        bool isReplaced;
-        const char* replaced;
-    } rows[] = {
-        {"spacing becomes the written form", u"Sheet  name=\"S\"  maxwidth=\"300\" ", u"T", true,
-         "Sheet name=\"T\" maxwidth=\"300\""},
-        {"the new name isn't judged", u"Sheet name=\"S\"", u"", true, "Sheet name=\"\""},
-        {"another sheet", u"Sheet name=\"s\"", u"T", false, "as before"},
-        {"an invalid element", u"Sheet name=\"S\" maxwidth=\"0\"", u"T", false, "as before"},
+    const Rows<const char*, std::u16string_view, std::u16string_view, bool, const char*> rows = {
+        {"spacing becomes the written form", u"Sheet  name='S'  maxwidth='300' ", u"T", true,
+         "Sheet name='T' maxwidth='300'"},
+        {"the new name isn't judged", u"Sheet name='S'", u"", true, "Sheet name=''"},
+        {"another sheet", u"Sheet name='s'", u"T", false, "as before"},
+        {"an invalid element", u"Sheet name='S' maxwidth='0'", u"T", false, "as before"},
         {"no sheet element", u"b", u"T", false, "as before"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
+    for (const auto& [rule, text, name, isReplaced, textAfter] : rows) {
+        SCOPED_TRACE(rule);
         MarkupText replaced = Markup(u"as before");
-        EXPECT_EQ(ReplaceSheetNameInSheetMarkupText(Markup(row.text), Text(u"S"), Text(row.name), replaced),
-                  row.isReplaced);
-        EXPECT_EQ(Show(replaced), row.replaced);
+        EXPECT_EQ(ReplaceSheetNameInSheetMarkupText(Markup(text), Text(u"S"), Text(name), replaced),
+                  isReplaced);
+        EXPECT_EQ(Show(replaced), textAfter);
     }
 
     const auto renamed = [](std::u16string_view first, std::u16string_view second) {
-        return ShowOrCondition([&] {
-            return ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond(Markup(first), Markup(second));
-        });
+        return ShowOrCondition(ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond, Markup(first),
+                               Markup(second));
     };
-    EXPECT_EQ(renamed(u"Sheet  name=\"S\"", u"Sheet name=\"T\" filter=\"<a>\""), "Sheet name=\"T\"");
-    EXPECT_EQ(renamed(u"Sheet  name=\"S\"", u"Sheet name=\"T\" x=\"\""), "Sheet  name=\"S\"") << "as it came";
-    for (const std::u16string_view invalid : {u"Sheet", u"Sheet name=\"\""})
-        EXPECT_EQ(renamed(invalid, u"Sheet name=\"T\""),
+    EXPECT_EQ(renamed(u"Sheet  name='S'", u"Sheet name='T' filter='<a>'"), "Sheet name='T'");
+    EXPECT_EQ(renamed(u"Sheet  name='S'", u"Sheet name='T' x=''"), "Sheet  name='S'") << "as it came";
+    for (const std::u16string_view invalid : {u"Sheet", u"Sheet name=''"})
+        EXPECT_EQ(renamed(invalid, u"Sheet name='T'"),
                   "corvanemarkup/VizInTooltip: vizInTooltipProperties && vizInTooltipProperties->IsValid()");
 }
 
 TEST(Tooltip, RangesInASheetElement)
 {
     const std::string noName = "corvanemarkup/VizInTooltip: nameToken";
-    const struct
-    {
-        std::u16string_view text;
-        std::string name;
-        std::string filter;
-    } rows[] = {
-        {u"Sheet name=\"S\" filter=\"<a>,<b>\"", "12-13", "15-31"},
-        {u"Sheet filter=\"\" maxwidth=\"3\"  NAME=\"a\"\"b\"", "36-40", "6-15"},
-        {u"Other filter=\"<a>\"", noName, "6-18"},
-        {u"Sheet name=\"\"", "12-12", "none"},
+    const Rows<std::u16string_view, std::string, std::string> rows = {
+        {u"Sheet name='S' filter='<a>,<b>'", "12-13", "15-31"},
+        {u"Sheet filter='' maxwidth='3'  NAME='a''b'", "36-40", "6-15"},
+        {u"Other filter='<a>'", noName, "6-18"},
+        {u"Sheet name=''", "12-12", "none"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(ShowOrCondition([&] { return GetCharRangeOfSheetNameAttributeValue(Markup(row.text)); }),
-                  row.name);
-        EXPECT_EQ(ShowOrCondition([&] { return FindFilterAttributeToken(Markup(row.text)); }), row.filter);
+    for (const auto& [text, name, filter] : rows) {
+        EXPECT_EQ(ShowOrCondition(GetCharRangeOfSheetNameAttributeValue, Markup(text)), name);
+        EXPECT_EQ(ShowOrCondition(FindFilterAttributeToken, Markup(text)), filter);
     }
 }
 
 TEST(Tooltip, FieldsAtARange)
 {
-    constexpr std::u16string_view two = u"Sheet name=\"S\" filter=\"<a>,<b>\"";
-    constexpr std::u16string_view quoted = u"Sheet name=\"S\" filter=\"<a\"\"b>,<c>\"";
+    constexpr std::u16string_view two = u"Sheet name='S' filter='<a>,<b>'";
+    constexpr std::u16string_view quoted = u"Sheet name='S' filter='<a''b>,<c>'";
     constexpr std::int64_t turn = std::int64_t(1) << 32;
-    constexpr struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        CorvaneCharRange range;
-        const char* indices;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, CorvaneCharRange, const char*> rows = {
         {"a cursor inside, behind the <", two, {24, 24}, "[0]"},
         {"a cursor inside, before the >", two, {25, 25}, "[0]"},
         {"a cursor in front of a field", two, {23, 23}, ""},
@@ -243,12 +205,12 @@ TEST(Tooltip, FieldsAtARange)
         {"but not in the other tests", two, {23 + turn, 26 + turn}, ""},
         {"the whole of 64 bits, where the end stays in range", two, {INT64_MIN + 23, INT64_MAX}, "[0][1]"},
         {"a start that wraps to the far end", two, {INT64_MIN, INT64_MAX}, ""},
-        {"no element", u"Sheet filter=\"junk\"", {16, 16}, ""},
-        {"no filter", u"Sheet name=\"<a>\"", {14, 14}, ""},
+        {"no element", u"Sheet filter='junk'", {16, 16}, ""},
+        {"no filter", u"Sheet name='<a>'", {14, 14}, ""},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(Show(GetIndexOfFiltersAtCharRange(Markup(row.text), row.range)), row.indices);
+    for (const auto& [rule, text, range, indices] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(Show(GetIndexOfFiltersAtCharRange(Markup(text), range)), indices);
     }
 }
 
@@ -257,149 +219,124 @@ TEST(Tooltip, InsertingAField)
     const std::string refused = "corvanemarkup/VizInTooltip: vizInTooltipProperties";
     const std::string outside =
         "corvanemarkup/VizInTooltip: first >= 0 && first - 1 <= last && last < fieldCount";
-    constexpr std::u16string_view abc = u"Sheet filter=\"<a>,<b>,<c>\"";
-    const struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        std::u16string_view field;
-        std::vector<int> indices;
-        std::string edited;
-    } rows[] = {
-        {"in place of one", abc, u"x", {1}, "Sheet filter=\"<a>,<x>,<c>\""},
-        {"only the first and last index count", abc, u"x", {0, 99, -1, 1}, "Sheet filter=\"<x>,<c>\""},
-        {"at the end", abc, u"x", {}, "Sheet filter=\"<a>,<b>,<c>,<x>\""},
-        {"once at the end", abc, u"a", {}, "Sheet filter=\"<b>,<c>,<a>\""},
-        {"but twice in place of another", abc, u"c", {1}, "Sheet filter=\"<a>,<c>,<c>\""},
-        {"the exclusive field, whatever the indices", abc, u"ALL", {99}, "Sheet filter=\"<ALL>\""},
+    constexpr std::u16string_view abc = u"Sheet filter='<a>,<b>,<c>'";
+    const Rows<const char*, std::u16string_view, std::u16string_view, std::vector<int>, std::string> rows = {
+        {"in place of one", abc, u"x", {1}, "Sheet filter='<a>,<x>,<c>'"},
+        {"only the first and last index count", abc, u"x", {0, 99, -1, 1}, "Sheet filter='<x>,<c>'"},
+        {"at the end", abc, u"x", {}, "Sheet filter='<a>,<b>,<c>,<x>'"},
+        {"once at the end", abc, u"a", {}, "Sheet filter='<b>,<c>,<a>'"},
+        {"but twice in place of another", abc, u"c", {1}, "Sheet filter='<a>,<c>,<c>'"},
+        {"the exclusive field, whatever the indices", abc, u"ALL", {99}, "Sheet filter='<ALL>'"},
         {"it goes behind the insertion",
-         u"Sheet filter=\"<ALL>,<b>,<c>\"",
+         u"Sheet filter='<ALL>,<b>,<c>'",
          u"x",
          {1},
-         "Sheet filter=\"<x>,<c>\""},
-        {"nothing erased", abc, u"x", {3, 2}, "Sheet filter=\"<a>,<b>,<c>,<x>\""},
-        {"nothing erased in front", abc, u"x", {0, -1}, "Sheet filter=\"<x>,<a>,<b>,<c>\""},
+         "Sheet filter='<x>,<c>'"},
+        {"nothing erased", abc, u"x", {3, 2}, "Sheet filter='<a>,<b>,<c>,<x>'"},
+        {"nothing erased in front", abc, u"x", {0, -1}, "Sheet filter='<x>,<a>,<b>,<c>'"},
         {"an invalid element keeps its faults",
-         u"Sheet  A=\"1\" filter=\"y<a>z\"",
+         u"Sheet  A='1' filter='y<a>z'",
          u"x",
          {},
-         "Sheet A=\"1\" filter=\"<a>,<x>\""},
-        {"no filter", u"Sheet name=\"S\"", u"x", {}, "Sheet name=\"S\" filter=\"<x>\""},
+         "Sheet A='1' filter='<a>,<x>'"},
+        {"no filter", u"Sheet name='S'", u"x", {}, "Sheet name='S' filter='<x>'"},
         {"the first of two filters",
-         u"Sheet filter=\"\" filter=\"<b>\"",
+         u"Sheet filter='' filter='<b>'",
          u"x",
          {},
-         "Sheet filter=\"<x>\" filter=\"<b>\""},
-        {"no sheet element", u"Other filter=\"<a>\"", u"x", {}, refused},
-        {"nor for the exclusive field", u"Sheet filter=\"<a>\" x", u"ALL", {}, refused},
+         "Sheet filter='<x>' filter='<b>'"},
+        {"no sheet element", u"Other filter='<a>'", u"x", {}, refused},
+        {"nor for the exclusive field", u"Sheet filter='<a>' x", u"ALL", {}, refused},
         {"behind the end", abc, u"x", {1, 3}, outside},
         {"far behind", abc, u"x", {INT_MAX}, outside},
         {"in front", abc, u"x", {-1, 1}, outside},
         {"far in front", abc, u"x", {0, INT_MIN}, outside},
         {"the wrong way round", abc, u"x", {2, 0}, outside},
-        {"an index into no fields", u"Sheet name=\"S\"", u"x", {0}, outside},
+        {"an index into no fields", u"Sheet name='S'", u"x", {0}, outside},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(ShowOrCondition([&] {
-                      return InsertFilterFieldIntoMarkupText(Markup(row.text), Text(row.field), Text(u"ALL"),
-                                                             row.indices);
-                  }),
-                  row.edited);
+    for (const auto& [rule, text, field, indices, edited] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(ShowOrCondition(InsertFilterFieldIntoMarkupText, Markup(text), Text(field), Text(u"ALL"),
+                                  indices),
+                  edited);
     }
 }
 
 TEST(Tooltip, InsertingAFieldAtTheCursor)
 {
-    const struct
-    {
-        const char* rule;
-        std::u16string_view text;
-        CorvaneCharRange range;
-        std::u16string_view field;
-        std::string edited;
-    } rows[] = {
+    const Rows<const char*, std::u16string_view, CorvaneCharRange, std::u16string_view, std::string> rows = {
         {"in a field",
-         u"Sheet name=\"S\" filter=\"<a>,<b>\"",
+         u"Sheet name='S' filter='<a>,<b>'",
          {24, 24},
          u"x",
-         "Sheet name=\"S\" filter=\"<x>,<b>\" 31"},
-        {"in no field",
-         u"Sheet filter=\"<a>\"  name=\"S\"",
-         {3, 3},
-         u"x",
-         "Sheet filter=\"<a>,<x>\" name=\"S\" 22"},
-        {"no filter", u"Sheet name=\"S\"", {3, 3}, u"x", "Sheet name=\"S\" filter=\"<x>\" 27"},
+         "Sheet name='S' filter='<x>,<b>' 31"},
+        {"in no field", u"Sheet filter='<a>'  name='S'", {3, 3}, u"x", "Sheet filter='<a>,<x>' name='S' 22"},
+        {"no filter", u"Sheet name='S'", {3, 3}, u"x", "Sheet name='S' filter='<x>' 27"},
         {"a token that is found in a text that is refused",
-         u"Sheet filter=\"<a>\" x",
+         u"Sheet filter='<a>' x",
          {0, 0},
          u"x",
          "corvanemarkup/VizInTooltip: vizInTooltipProperties"},
         {"no tokens", u"Sheet", {0, 0}, u"x", "corvanemarkup/VizInTooltipImpl: tokenizeResult.Success"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.rule);
-        EXPECT_EQ(ShowOrCondition([&] {
-                      return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(
-                          Markup(row.text), row.range, Text(row.field), Text(u"ALL"));
-                  }),
-                  row.edited);
+    for (const auto& [rule, text, range, field, edited] : rows) {
+        SCOPED_TRACE(rule);
+        EXPECT_EQ(ShowOrCondition(InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition, Markup(text), range,
+                                  Text(field), Text(u"ALL")),
+                  edited);
     }
 }
 
-/// What an editor counts on, over generated elements, selections and fields.
+/// What an editor counts on when it inserts `field` into an element.
+void CheckEdit(const MarkupText& text, CorvaneCharRange range, const TString& field)
+{
+    const TString all = Text(u"ALL");
+    const auto edited = InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(text, range, field, all);
+    SCOPED_TRACE(Show(text) + ' ' + Show(range) + " -> " + Show(edited));
+
+    auto expected = VizInTooltipProperties::FromMarkupText(text)->GetFilterFields();
+    const auto remove = [&](const TString& removed) {
+        expected.erase(std::remove(expected.begin(), expected.end(), removed), expected.end());
+    };
+    const auto indices = GetIndexOfFiltersAtCharRange(text, range);
+    if (indices.empty()) {
+        remove(field);
+        expected.push_back(field);
+    } else {
+        expected.erase(expected.begin() + indices.front(), expected.begin() + indices.back() + 1);
+        expected.insert(expected.begin() + indices.front(), field);
+    }
+    if (field == all)
+        expected = {all};
+    else
+        remove(all);
+    const auto element = VizInTooltipProperties::FromMarkupText(edited.NewMarkupText);
+    ASSERT_TRUE(element) << "the new text is a sheet element";
+    ASSERT_EQ(Show(element->GetFilterFields()), Show(expected));
+
+    const TString& newText = edited.NewMarkupText;
+    const int cursor = edited.NewCursorPosition;
+    ASSERT_EQ(FindFilterAttributeToken(edited.NewMarkupText)->end, cursor);
+    ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
+    ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
+
+    const auto editAgain = [&](const MarkupText& markup) {
+        return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(markup, {cursor, cursor}, field, all);
+    };
+    const auto again = editAgain(edited.NewMarkupText);
+    ASSERT_EQ(Show(editAgain(again.NewMarkupText)), Show(again)) << "without a selection, once is enough";
+}
+
 TEST(Tooltip, LawsOfEditing)
 {
-    constexpr std::u16string_view values[] = {
-        u"", u"junk", u"<a>", u"<a>,<b>,<a>", u"x<a><<b>y", u"<ALL>,<b>,<ALL>", u"<a\"b>,<>,<c d>"};
-    constexpr std::u16string_view behind[] = {u"", u" name=\"S\"", u"   filter=\"<z>\" maxwidth=\"0\""};
-    for (const std::u16string_view value : values)
-        for (const std::u16string_view rest : behind)
-            for (const std::u16string_view field : {u"a", u"new", u"ALL", u"q\"r"})
+    for (const auto value :
+         {u"", u"junk", u"<a>", u"<a>,<b>,<a>", u"x<a><<b>y", u"<ALL>,<b>,<ALL>", u"<a''b>,<>,<c d>"})
+        for (const auto rest : {u"'", u"' name='S'", u"'   filter='<z>' maxwidth='0'"})
+            for (const auto field : {u"a", u"new", u"ALL", u"q'r"})
                 for (int start = 0; start < 45; ++start)
-                    for (int end = start; end < 45; end += 3) {
-                        TString escaped = Text(value);
-                        escaped.replace(u'"', Text(u"\"\""));
-                        const MarkupText text(Text(u"Sheet filter=\"") + escaped + u'"' + Text(rest));
-                        const auto edit = [&](const MarkupText& markup, CorvaneCharRange range) {
-                            return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(
-                                markup, range, Text(field), Text(u"ALL"));
-                        };
-                        const NewCursorPositionAndMarkupText edited = edit(text, {start, end});
-                        const TString& newText = edited.NewMarkupText;
-                        SCOPED_TRACE(Show(text) + ' ' + Show(CorvaneCharRange{start, end}) + " -> " +
-                                     Show(edited));
-
-                        const auto element = VizInTooltipProperties::FromMarkupText(edited.NewMarkupText);
-                        ASSERT_TRUE(element) << "the new text is a sheet element";
-                        std::vector<TString> expected =
-                            VizInTooltipProperties::FromMarkupText(text)->GetFilterFields();
-                        const auto indices = GetIndexOfFiltersAtCharRange(text, {start, end});
-                        if (!indices.empty()) {
-                            expected.erase(expected.begin() + indices.front(),
-                                           expected.begin() + indices.back() + 1);
-                            expected.insert(expected.begin() + indices.front(), Text(field));
-                        } else {
-                            expected.erase(std::remove(expected.begin(), expected.end(), Text(field)),
-                                           expected.end());
-                            expected.push_back(Text(field));
-                        }
-                        if (Text(field) == Text(u"ALL"))
-                            expected = {Text(field)};
-                        else
-                            expected.erase(std::remove(expected.begin(), expected.end(), Text(u"ALL")),
-                                           expected.end());
-                        ASSERT_EQ(Show(element->GetFilterFields()), Show(expected));
-
-                        const int cursor = edited.NewCursorPosition;
-                        ASSERT_EQ(FindFilterAttributeToken(edited.NewMarkupText)->end, cursor);
-                        ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
-                        ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
-
-                        const auto once = edit(edited.NewMarkupText, {cursor, cursor});
-                        ASSERT_EQ(Show(edit(once.NewMarkupText, {cursor, cursor})), Show(once))
-                            << "inserted again without a selection, a field changes nothing";
-                    }
+                    for (int end = start; end < 45; end += 3)
+                        CheckEdit(MarkupText(Text(u"Sheet filter='") + Text(value) + Text(rest)),
+                                  {start, end}, Text(field));
 }
 
 } // namespace
