@@ -12,7 +12,7 @@ endfunction()
 # A library with hidden visibility whose sources and headers, included as <name/Header.h>, stand in the current folder.
 # The export header is generated; it is a file set of its own, since the build folder may lie inside the source folder.
 function(corvane_add_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC_HEADERS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC_HEADERS;GENERATED_HEADERS")
   string(TOUPPER ${name} upper)
 
   add_library(${name})
@@ -31,9 +31,11 @@ function(corvane_add_library name)
   if(NOT BUILD_SHARED_LIBS)
     target_compile_definitions(${name} PUBLIC ${upper}_STATIC_DEFINE)
   endif()
+  list(TRANSFORM arg_GENERATED_HEADERS PREPEND ${generated}/${name}/)
   target_sources(
     ${name}
     PRIVATE ${arg_SOURCES}
     PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_PUBLIC_HEADERS}
-    PUBLIC FILE_SET generated_headers TYPE HEADERS BASE_DIRS ${generated} FILES ${generated}/${name}/Export.h)
+    PUBLIC FILE_SET generated_headers TYPE HEADERS BASE_DIRS ${generated} FILES ${generated}/${name}/Export.h
+           ${arg_GENERATED_HEADERS})
 endfunction()

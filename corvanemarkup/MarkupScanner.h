@@ -53,7 +53,7 @@ private:
     void AnswerFrom(std::size_t offset);
 
     TextView m_text;
-    /// Where the walk goes on if it keeps the element found last; `NotFound` once all answers are at hand.
+    /// Behind the element found last; `NotFound` once all answers are at hand.
     std::size_t m_next = 0;
     std::vector<Answer> m_answers; ///< the last one stands for the first `<`
 };
