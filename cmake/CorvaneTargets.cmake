@@ -24,7 +24,8 @@ function(corvane_add_library name)
                VISIBILITY_INLINES_HIDDEN ON
                VERSION ${PROJECT_VERSION}
                SOVERSION ${PROJECT_VERSION_MAJOR}
-               INSTALL_RPATH "$ORIGIN")
+               INSTALL_RPATH "$ORIGIN"
+               VERIFY_INTERFACE_HEADER_SETS ${PROJECT_IS_TOP_LEVEL})
 
   set(generated ${PROJECT_BINARY_DIR}/generated)
   generate_export_header(${name} EXPORT_FILE_NAME ${generated}/${name}/Export.h)
