@@ -8,9 +8,9 @@ bool IsSheetMarkupText(const TString& text, int offset)
     if (text.mid(offset, prefix.length()) != prefix)
         return false;
     const TString rest = text.mid(offset + prefix.length(), -1).Trim();
-    const TString first = rest.split(u'=', TString::SplitBehavior::KeepEmptyParts).front();
+    const TString first = rest.split(u'=', TString::SplitBehavior(0)).front();
     for (const char16_t* name : {u"name", u"maxwidth", u"maxheight", u"filter"})
-        if (first.compare(TString(name, -1), TString::CaseSensitivity::CaseInsensitive) == 0)
+        if (first.compare(TString(name, -1), TString::CaseSensitivity(0)) == 0)
             return true;
     return false;
 }

@@ -1,0 +1,10 @@
+#pragma once
+
+class TSize
+{
+public:
+    constexpr TSize(int sizeWidth, int sizeHeight) : width(sizeWidth), height(sizeHeight) {}
+
+    int width;
+    int height;
+};
