@@ -51,8 +51,8 @@ public:
     {
         if (!element.Found())
             return m_nothing;
-        const auto found = std::find_if(std::begin(m_recent), std::end(m_recent),
-                                        [&](const Content& recent) { return recent.Bounds == element; });
+        auto* const found = std::find_if(std::begin(m_recent), std::end(m_recent),
+                                         [&](const Content& recent) { return recent.Bounds == element; });
         if (found != std::end(m_recent))
             return found->Text;
         Content& oldest = m_recent[m_oldest++ % std::size(m_recent)];

@@ -70,7 +70,8 @@ public:
     /// False if `text`, which isn't empty, is remembered.
     bool Add(TextView text)
     {
-        TextView& place = m_texts[(5 * text.size() + text.front() + 3U * text.back()) % std::size(m_texts)];
+        TextView& place =
+            m_texts[(5 * text.size() + std::size_t(3) * text.front() + text.back()) % std::size(m_texts)];
         const bool isNew = !AreSame(place, text);
         place = text;
         return isNew;

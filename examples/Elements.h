@@ -2,6 +2,7 @@
 
 #include <corvaneplatform/TString.h>
 
+#include <string>
 #include <vector>
 
 namespace tooltipreport {
