@@ -7,8 +7,13 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <climits>
 #include <cstdio>
 #include <ctime>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 namespace {
 
@@ -23,11 +28,11 @@ using Times = std::array<Milliseconds, Sizes.size()>;
 /// least.
 Milliseconds TimeOf(const Operation& operation, const OperationInput& input)
 {
-    constexpr int mostRuns = 20;
-    constexpr Milliseconds longEnough(15);
+    constexpr int mostRuns = 10;
+    constexpr Milliseconds longEnough(40);
     Milliseconds shortest = Milliseconds::max();
     Milliseconds total(0);
-    for (int run = 0; run < 3 || (run < mostRuns && total < longEnough); ++run) {
+    for (int run = 0; run < mostRuns && total < longEnough; ++run) {
         const std::clock_t start = std::clock();
         operation.Run(input);
         const Milliseconds time(1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
@@ -44,45 +49,57 @@ double Growth(const Times& times)
     return times.back() < shortestToTell ? 0 : times.back() / times.front();
 }
 
-struct Worst
+// Sorting adds a logarithm, and a large result leaves the caches: eight times the text may take somewhat more
+// than eight times as long. A quadratic cost takes 64 times as long.
+bool IsSuperlinear(const Times& times)
 {
-    const HostileFamily* Family = nullptr;
-    Times TimesBySize = {};
-};
+    return Growth(times) > 20;
+}
 
-void Print(const Operation& operation, const Worst& worst)
+void Print(const Operation& operation, const HostileFamily& family, const Times& times)
 {
-    // Sorting adds a logarithm, and a large result leaves the caches: eight times the text may take somewhat
-    // more than eight times as long. A quadratic cost takes 64 times as long.
-    constexpr double suspicious = 20;
-    const Times& times = worst.TimesBySize;
     std::printf("%-68s %8.2f  %5.2f %5.2f %5.2f  %s%s\n", operation.Name, times.back().count(),
-                times[1] / times[0], times[2] / times[1], times[3] / times[2], worst.Family->Name().c_str(),
-                Growth(times) > suspicious ? "  <-- SUPERLINEAR" : "");
+                times[1] / times[0], times[2] / times[1], times[3] / times[2], family.Name().c_str(),
+                IsSuperlinear(times) ? "  <-- SUPERLINEAR" : "");
+}
+
+/// Memory once had is kept: new pages for a large result each time would look like growth.
+void KeepMemory()
+{
+#if defined(__GLIBC__)
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, INT_MAX);
+#endif
 }
 
 } // namespace
 
 int main()
 {
-    std::vector<Worst> worst(Operations().size());
-    for (const HostileFamily& family : HostileFamilies()) {
-        std::vector<Times> times(Operations().size());
-        for (std::size_t size = 0; size < Sizes.size(); ++size) {
-            const OperationInput input(family.Make(Sizes[size]));
-            for (std::size_t i = 0; i < Operations().size(); ++i)
-                times[i][size] = TimeOf(Operations()[i], input);
-        }
-        for (std::size_t i = 0; i < Operations().size(); ++i)
-            if (worst[i].Family == nullptr || Growth(times[i]) > Growth(worst[i].TimesBySize))
-                worst[i] = {&family, times[i]};
-    }
+    KeepMemory();
+    const std::vector<HostileFamily>& families = HostileFamilies();
+    const std::vector<Operation>& operations = Operations();
 
-    std::printf(
-        "%zu families of hostile texts; for each operation the one on which its time grows fastest\n\n",
-        HostileFamilies().size());
+    std::vector<std::vector<Times>> times(operations.size(), std::vector<Times>(families.size()));
+    for (std::size_t family = 0; family < families.size(); ++family)
+        for (std::size_t size = 0; size < Sizes.size(); ++size) {
+            const OperationInput input(families[family].Make(Sizes[size]));
+            for (std::size_t i = 0; i < operations.size(); ++i)
+                times[i][family][size] = TimeOf(operations[i], input);
+        }
+
+    std::printf("%zu operations on %zu families of texts. For each operation: the family on which its time\n"
+                "grows fastest, and all on which it grows faster than it should.\n\n",
+                operations.size(), families.size());
     std::printf("%-68s %8s  %5s %5s %5s  %s\n", "operation", "ms at 8n", "2n/n", "4n/2n", "8n/4n", "family");
-    for (std::size_t i = 0; i < Operations().size(); ++i)
-        Print(Operations()[i], worst[i]);
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        const auto worst =
+            std::max_element(times[i].begin(), times[i].end(), [](const Times& left, const Times& right) {
+                return Growth(left) < Growth(right);
+            });
+        for (std::size_t family = 0; family < families.size(); ++family)
+            if (&times[i][family] == &*worst || IsSuperlinear(times[i][family]))
+                Print(operations[i], families[family], times[i][family]);
+    }
     return 0;
 }

@@ -30,8 +30,13 @@ std::vector<HostileFamily> MakeHostileFamilies()
         {"unfinished quotes", {Repeated(u"<Sheet name=\"")}},
         {"elements that restart", {Repeated(u"<a"), {u">"}}},
         {"sheet elements that restart", {Repeated(u"<Sheet name=\"a\" "), {u">"}}},
-        {"doubled delimiters", {{u"<a"}, Repeated(u"<<b>>"), {u">"}}},
-        {"doubled delimiters in a sheet element", {{u"<Sheet name=\"a\" "}, Repeated(u"<<b>>\"\""), {u">"}}},
+        {"doubled delimiters in one element", {{u"<a"}, Repeated(u"b>>\"\""), {u">"}}},
+        {"doubled delimiters in one sheet element", {{u"<Sheet name=\"a\" "}, Repeated(u"b>>\"\""), {u">"}}},
+        {"doubled < in elements", {Repeated(u"<a<<b<<c<<d<<e>")}},
+        // A walk that refuses the whole element meets another one, up to the same end, from the second `<` of
+        // each pair. The contents that its predicate sees are quadratic in the text, with a small factor.
+        {"doubled < far apart in one element",
+         {{u"<a"}, Repeated(u"<<" + std::u16string(1000, u'b')), {u">"}}},
         {"doubled < in front of elements", {Repeated(u"<<a>")}},
         {"doubled > behind elements", {Repeated(u"<a>>")}},
         // Read from an even offset, the run restarts as the second element, and from an odd one as the first:
