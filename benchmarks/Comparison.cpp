@@ -34,19 +34,19 @@ struct Texts
     std::vector<TString> Library;
 };
 
-/// The library's answers built from what is known beforehand: what no search, however fast, can do without.
-std::set<TString> BuildNames(const std::vector<SheetPosition>& sheets)
+/// The library's answers built from what was found beforehand: what no search, however fast, can do without.
+std::set<TString> BuildNames(const std::vector<FoundSheet>& sheets)
 {
     std::set<TString> names;
-    for (const SheetPosition& sheet : sheets)
+    for (const FoundSheet& sheet : sheets)
         names.insert(ToTString(sheet.Name));
     return names;
 }
 
-std::map<TString, std::set<TString>> BuildFields(const std::vector<SheetPosition>& sheets)
+std::map<TString, std::set<TString>> BuildFields(const std::vector<FoundSheet>& sheets)
 {
     std::map<TString, std::set<TString>> fieldsBySheet;
-    for (const SheetPosition& sheet : sheets) {
+    for (const FoundSheet& sheet : sheets) {
         std::set<TString> fields;
         for (const std::u16string_view field : sheet.Fields)
             fields.insert(ToTString(field));
@@ -135,11 +135,11 @@ int main(int argumentCount, char** arguments)
     Register("elements L/corvanemarkup", longTooltip.Library, CollectMarkupElements);
     Register("elements P/corvanemarkup", prose.Library, CollectMarkupElements);
 
-    std::vector<std::vector<SheetPosition>> positions;
+    std::vector<std::vector<FoundSheet>> found;
     for (const std::u16string& text : shortTooltips.Peers)
-        positions.push_back(handWritten.FindPositions(text));
-    Register("names S/output alone", positions, BuildNames);
-    Register("fields S/output alone", positions, BuildFields);
+        found.push_back(handWritten.FindSheets(text));
+    Register("names S/output alone", found, BuildNames);
+    Register("fields S/output alone", found, BuildFields);
 
     std::list<Texts> bySize;
     for (std::size_t size = 1024; size <= largest; size *= 4)

@@ -150,12 +150,16 @@ FieldsBySheet HandWritten::FindFields(std::u16string_view text) const
     return sheets;
 }
 
-std::vector<SheetPosition> HandWritten::FindPositions(std::u16string_view text) const
+std::vector<FoundSheet> HandWritten::FindSheets(std::u16string_view text) const
 {
-    std::vector<SheetPosition> sheets;
+    static std::set<std::u16string> texts;
+    const auto keep = [](std::u16string_view kept) -> std::u16string_view {
+        return *texts.emplace(kept).first;
+    };
+    std::vector<FoundSheet> sheets;
     ForEachSheetElementByHand(text, [&](std::u16string_view name, const std::u16string_view* filter) {
-        SheetPosition& sheet = sheets.emplace_back(SheetPosition{name, {}});
-        ForEachField(filter, [&](std::u16string_view field) { sheet.Fields.push_back(field); });
+        FoundSheet& sheet = sheets.emplace_back(FoundSheet{keep(name), {}});
+        ForEachField(filter, [&](std::u16string_view field) { sheet.Fields.push_back(keep(field)); });
     });
     return sheets;
 }

@@ -13,8 +13,9 @@ namespace benchmarks {
 using Names = std::set<std::u16string>;
 using FieldsBySheet = std::map<std::u16string, std::set<std::u16string>>;
 
-/// Where a sheet element of a text names its sheet and its fields.
-struct SheetPosition
+/// What there is to tell of one sheet element. The names are kept in one place for all texts, so that reading
+/// them costs nothing.
+struct FoundSheet
 {
     std::u16string_view Name;
     std::vector<std::u16string_view> Fields;
@@ -47,7 +48,7 @@ public:
     Names FindNames(std::u16string_view text) const;
     FieldsBySheet FindFields(std::u16string_view text) const;
 
-    std::vector<SheetPosition> FindPositions(std::u16string_view text) const;
+    std::vector<FoundSheet> FindSheets(std::u16string_view text) const;
 };
 
 /// pugixml, on the text as if it were XML.
