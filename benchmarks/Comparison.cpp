@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 
 #include <iostream>
+#include <list>
 
 namespace {
 
@@ -32,6 +33,27 @@ struct Texts
     std::vector<std::u16string> Peers;
     std::vector<TString> Library;
 };
+
+/// The library's answers built from what was found beforehand: what no search, however fast, can do without.
+std::set<TString> BuildNames(const std::vector<FoundSheet>& sheets)
+{
+    std::set<TString> names;
+    for (const FoundSheet& sheet : sheets)
+        names.insert(ToTString(sheet.Name));
+    return names;
+}
+
+std::map<TString, std::set<TString>> BuildFields(const std::vector<FoundSheet>& sheets)
+{
+    std::map<TString, std::set<TString>> fieldsBySheet;
+    for (const FoundSheet& sheet : sheets) {
+        std::set<TString> fields;
+        for (const std::u16string_view field : sheet.Fields)
+            fields.insert(ToTString(field));
+        fieldsBySheet.emplace(ToTString(sheet.Name), std::move(fields));
+    }
+    return fieldsBySheet;
+}
 
 template <typename Inputs, typename Function>
 void Register(const std::string& name, const Inputs& inputs, Function function)
@@ -88,31 +110,40 @@ int main(int argumentCount, char** arguments)
 {
     using namespace corvanemarkup;
 
-    const Texts shortTooltips(ShortTooltips(20000));
-    const Texts longTooltip({LongTooltip(std::size_t(16) << 20)});
-    const Texts prose({Prose(std::size_t(16) << 20)});
     const Pcre pcre;
     const HandWritten handWritten;
     const Pugixml pugixml;
-
-    const struct
-    {
-        const char* Name;
-        const Texts& Inputs;
-        bool WithFields;
-    } rows[] = {{"S", shortTooltips, true}, {"L", longTooltip, false}, {"P", prose, false}};
-    for (const auto& row : rows) {
-        const std::string name = row.Name;
-        Register("names " + name + "/corvanemarkup", row.Inputs.Library,
+    const auto registerAll = [&](const std::string& name, const Texts& texts, bool withFields) {
+        Register("names " + name + "/corvanemarkup", texts.Library,
                  VizInTooltip::GetTargetSheetNamesFromTooltipText);
-        if (row.WithFields)
-            Register("fields " + name + "/corvanemarkup", row.Inputs.Library,
+        if (withFields)
+            Register("fields " + name + "/corvanemarkup", texts.Library,
                      VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText);
-        Register("elements " + name + "/corvanemarkup", row.Inputs.Library, CollectMarkupElements);
-        RegisterPeer("PCRE2 JIT", pcre, name, row.Inputs, row.WithFields);
-        RegisterPeer("u16string_view", handWritten, name, row.Inputs, row.WithFields);
-        RegisterPeer("pugixml", pugixml, name, row.Inputs, row.WithFields);
-    }
+        RegisterPeer("PCRE2 JIT", pcre, name, texts, withFields);
+        RegisterPeer("u16string_view", handWritten, name, texts, withFields);
+        RegisterPeer("pugixml", pugixml, name, texts, withFields);
+    };
+
+    constexpr std::size_t largest = std::size_t(16) << 20;
+    const Texts shortTooltips(ShortTooltips(20000));
+    const Texts longTooltip({LongTooltip(largest)});
+    const Texts prose({Prose(largest)});
+    registerAll("S", shortTooltips, true);
+    registerAll("L", longTooltip, false);
+    registerAll("P", prose, false);
+    Register("elements S/corvanemarkup", shortTooltips.Library, CollectMarkupElements);
+    Register("elements L/corvanemarkup", longTooltip.Library, CollectMarkupElements);
+    Register("elements P/corvanemarkup", prose.Library, CollectMarkupElements);
+
+    std::vector<std::vector<FoundSheet>> found;
+    for (const std::u16string& text : shortTooltips.Peers)
+        found.push_back(handWritten.FindSheets(text));
+    Register("names S/output alone", found, BuildNames);
+    Register("fields S/output alone", found, BuildFields);
+
+    std::list<Texts> bySize;
+    for (std::size_t size = 1024; size <= largest; size *= 4)
+        registerAll("in " + std::to_string(size), bySize.emplace_back(std::vector{LongTooltip(size)}), false);
 
     const std::vector<MarkupText> element(
         1, MarkupText(ToTString(

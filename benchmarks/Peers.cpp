@@ -11,20 +11,27 @@ namespace benchmarks {
 
 namespace {
 
-const std::u16string AllFields = u"All Fields";
+constexpr std::u16string_view AllFields = u"All Fields";
 
-/// Adds the sheet unless it is there. `filter` is the filter value, or null if there is no such attribute.
+/// Calls `visit` with each field of the filter value; with "All Fields" if `filter` is null, which stands for
+/// no such attribute.
+template <typename Visit>
+void ForEachField(const std::u16string_view* filter, Visit visit)
+{
+    if (filter == nullptr)
+        return visit(AllFields);
+    for (std::size_t start = filter->find(u'<'); start != filter->npos;) {
+        const std::size_t end = filter->find(u'>', start);
+        visit(filter->substr(start + 1, end - start - 1));
+        start = filter->find(u'<', end);
+    }
+}
+
+/// Adds the sheet unless it is there.
 void AddSheet(FieldsBySheet& sheets, std::u16string_view name, const std::u16string_view* filter)
 {
     std::set<std::u16string> fields;
-    if (filter == nullptr)
-        fields.insert(AllFields);
-    else
-        for (std::size_t start = filter->find(u'<'); start != filter->npos;) {
-            const std::size_t end = filter->find(u'>', start);
-            fields.emplace(filter->substr(start + 1, end - start - 1));
-            start = filter->find(u'<', end);
-        }
+    ForEachField(filter, [&](std::u16string_view field) { fields.emplace(field); });
     sheets.try_emplace(std::u16string(name), std::move(fields));
 }
 
@@ -139,6 +146,20 @@ FieldsBySheet HandWritten::FindFields(std::u16string_view text) const
     FieldsBySheet sheets;
     ForEachSheetElementByHand(text, [&](std::u16string_view name, const std::u16string_view* filter) {
         AddSheet(sheets, name, filter);
+    });
+    return sheets;
+}
+
+std::vector<FoundSheet> HandWritten::FindSheets(std::u16string_view text) const
+{
+    static std::set<std::u16string> texts;
+    const auto keep = [](std::u16string_view kept) -> std::u16string_view {
+        return *texts.emplace(kept).first;
+    };
+    std::vector<FoundSheet> sheets;
+    ForEachSheetElementByHand(text, [&](std::u16string_view name, const std::u16string_view* filter) {
+        FoundSheet& sheet = sheets.emplace_back(FoundSheet{keep(name), {}});
+        ForEachField(filter, [&](std::u16string_view field) { sheet.Fields.push_back(keep(field)); });
     });
     return sheets;
 }

@@ -71,17 +71,12 @@ std::u16string MakeTooltip(Random& random, std::size_t length)
 {
     std::u16string text;
     for (std::size_t sheet = random(); text.size() < length; ++sheet) {
-        for (auto sentences = 5 + random() % 6; sentences > 0; --sentences)
+        // A sheet element takes up to 180 code units, and a sentence with a field up to 90.
+        for (auto sentences = 5 + random() % 6; sentences > 0 && text.size() + 270 < length; --sentences)
             AppendProse(random, text);
         AppendSheetElement(random, sheet, text);
     }
     return text;
-}
-
-void AppendNumber(std::u16string& text, std::size_t number)
-{
-    for (const char digit : std::to_string(number))
-        text += static_cast<char16_t>(digit);
 }
 
 } // namespace
@@ -114,44 +109,6 @@ std::u16string Prose(std::size_t length)
             AppendProse(random, text);
     }
     return text;
-}
-
-const std::vector<HostileFamily>& HostileFamilies()
-{
-    static const std::vector<HostileFamily> families = {
-        {"run of <", {}, u"<", {}},
-        {"run of quotes", u"<Sheet name=", u"\"", {}},
-        {"unfinished elements", {}, u"<a", {}},
-        {"unfinished sheet elements", {}, u"<Sheet name=\"", {}},
-        {"doubled delimiters", u"<a", u"<<b>>", u">"},
-        {"doubled < in front of elements", {}, u"<<a>", {}},
-        {"doubled > behind elements", {}, u"<a>>", {}},
-        {"sheet elements that restart", {}, u"<Sheet name=\"a\" ", u">"},
-        {"white space behind the element name", u"<Sheet ", u" \t", u"<Sheet name"},
-        {"names that white space follows", {}, u"<Sheet name\t", {}},
-        {"an element of commas", u"<Sheet name=\"a\" filter=\"", u",", u"\">"},
-        {"wide filter value", u"<Sheet name=\"a\" filter=\"", u"<f>,", u"\">"},
-        {"filter value of doubled <", u"<Sheet name=\"a\" filter=\"", u"<<f>,", u"\">"},
-        {"filter value of doubled quotes", u"<Sheet name=\"a\" filter=\"", u"\"\"", u"\">"},
-        {"many attributes", u"<Sheet name=\"a\"", u" n#=\"v\"", u">"},
-        {"many attributes without spaces", u"<Sheet name=\"a\" ", u"n#=\"v\"", u">"},
-        {"many elements", {}, u"<a#>", {}},
-        {"many sheets", {}, u"<Sheet name=\"s#\" filter=\"<f>\">", {}},
-        {"many elements of one sheet", {}, u"<Sheet name=\"s\" filter=\"<f#>\">", {}},
-    };
-    return families;
-}
-
-std::u16string HostileFamily::Make(std::size_t length) const
-{
-    std::u16string text(Start);
-    for (std::size_t i = 0; text.size() < length; ++i)
-        for (const char16_t unit : Unit)
-            if (unit == u'#')
-                AppendNumber(text, i);
-            else
-                text += unit;
-    return text.append(End);
 }
 
 } // namespace benchmarks

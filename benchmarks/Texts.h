@@ -23,18 +23,4 @@ std::u16string LongTooltip(std::size_t length);
 /// Prose with an element every 4,000 code units, each second one a sheet element.
 std::u16string Prose(std::size_t length);
 
-/// A kind of text that is made to take long: `Unit` over and over, `#` in it counting up, between `Start` and
-/// `End`.
-struct HostileFamily
-{
-    const char* Name;
-    std::u16string_view Start;
-    std::u16string_view Unit;
-    std::u16string_view End;
-
-    std::u16string Make(std::size_t length) const;
-};
-
-const std::vector<HostileFamily>& HostileFamilies();
-
 } // namespace benchmarks

@@ -18,7 +18,7 @@ using UnitMask = std::uint32_t;
 class UnitBlock
 {
 public:
-    static constexpr std::size_t Length = 32;
+    static constexpr std::size_t Length = 16;
 
     /// The code units from `units` on.
     explicit UnitBlock(const char16_t* units);
@@ -29,8 +29,7 @@ public:
 private:
 #if defined(__SSE2__)
     /// The units as bytes: those beyond a byte become 255 or 0, and so none of the characters asked for.
-    __m128i m_low;
-    __m128i m_high;
+    __m128i m_bytes;
 #else
     const char16_t* m_units;
 #endif
@@ -41,16 +40,13 @@ private:
 inline UnitBlock::UnitBlock(const char16_t* units)
 {
     const auto* const vectors = reinterpret_cast<const __m128i*>(units);
-    m_low = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
-    m_high = _mm_packus_epi16(_mm_loadu_si128(vectors + 2), _mm_loadu_si128(vectors + 3));
+    m_bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
 }
 
 inline UnitMask UnitBlock::operator==(char16_t unit) const
 {
-    const __m128i bytes = _mm_set1_epi8(static_cast<char>(unit));
-    const auto low = static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_low, bytes)));
-    const auto high = static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_high, bytes)));
-    return low | high << 16;
+    const __m128i sought = _mm_set1_epi8(static_cast<char>(unit));
+    return static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_bytes, sought)));
 }
 
 #else

@@ -1,0 +1,99 @@
+/// How often the operations that hosts call most allocate memory, and how many of these allocations the
+/// result itself keeps.
+
+#include "Texts.h"
+
+#include <corvanemarkup/MarkupElementFinders.h>
+#include <corvanemarkup/VizInTooltip.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+int allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size)
+{
+    ++allocations;
+    if (void* const memory = std::malloc(size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
+
+namespace {
+
+using namespace benchmarks;
+using namespace corvanemarkup;
+
+template <typename Function>
+void Print(const char* operation, const char* textName, Function function)
+{
+    function(); // what is allocated once and for all isn't counted
+    const int before = allocations;
+    const auto result = function();
+    const int afterCall = allocations;
+    const auto copy = result;
+    const int afterCopy = allocations;
+    std::printf("%-62s %-26s %5d %10d\n", operation, textName, afterCall - before, afterCopy - afterCall);
+}
+
+} // namespace
+
+int main()
+{
+    const struct
+    {
+        const char* Name;
+        TString Text;
+    } tooltips[] = {
+        {"no element", ToTString(std::u16string(1000, u'.'))},
+        {"two sheets, three fields",
+         ToTString(u"Sales of <Region> compared with the year before:\n"
+                   u"<Sheet name=\"Sales by Region\" maxwidth=\"300\" maxheight=\"300\" "
+                   u"filter=\"<Region>,<Year>\">\n"
+                   u"and the products that contributed to <Profit>:\n"
+                   u"<Sheet name=\"Top 10\" maxwidth=\"640\" maxheight=\"480\" filter=\"<Category>\">\n")},
+    };
+    const struct
+    {
+        const char* Name;
+        MarkupText Text;
+    } elements[] = {
+        {"no filter", MarkupText(ToTString(u"Sheet name=\"Sales\""))},
+        {"size and two fields", MarkupText(ToTString(u"Sheet name=\"Sales\" maxwidth=\"300\" "
+                                                     u"maxheight=\"300\" filter=\"<Region>,<Year>\""))},
+    };
+
+    std::printf("%-62s %-26s %5s %10s\n", "allocations", "text", "call", "its result");
+    for (const auto& tooltip : tooltips) {
+        const TString& text = tooltip.Text;
+        Print("CollectMarkupElements", tooltip.Name, [&] { return CollectMarkupElements(text); });
+        Print("GetTargetSheetNamesFromTooltipText", tooltip.Name,
+              [&] { return VizInTooltip::GetTargetSheetNamesFromTooltipText(text); });
+        Print("GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText", tooltip.Name, [&] {
+            return VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(text);
+        });
+    }
+    for (const auto& element : elements) {
+        const MarkupText& text = element.Text;
+        Print("InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition", element.Name, [&] {
+            return VizInTooltip::InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(
+                text, {60, 60}, ToTString(u"Category"), ToTString(u"All"));
+        });
+    }
+    return 0;
+}
