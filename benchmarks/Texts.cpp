@@ -69,13 +69,18 @@ void AppendProse(Random& random, std::u16string& text)
 
 std::u16string MakeTooltip(Random& random, std::size_t length)
 {
+    constexpr std::size_t longestItems =
+        250; // about what a sheet element and a sentence with a field may take
     std::u16string text;
-    for (std::size_t sheet = random(); text.size() < length; ++sheet) {
-        // A sheet element takes up to 180 code units, and a sentence with a field up to 90.
-        for (auto sentences = 5 + random() % 6; sentences > 0 && text.size() + 270 < length; --sentences)
+    std::size_t sheet = random();
+    do {
+        while (text.size() < 50)
             AppendProse(random, text);
-        AppendSheetElement(random, sheet, text);
-    }
+        for (auto sentences = 5 + random() % 6; sentences > 0 && text.size() + longestItems < length;
+             --sentences)
+            AppendProse(random, text);
+        AppendSheetElement(random, sheet++, text);
+    } while (text.size() + longestItems < length);
     return text;
 }
 
