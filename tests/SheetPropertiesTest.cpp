@@ -95,35 +95,32 @@ TEST(SheetProperties, AccessAndEditing)
 
 TEST(SheetProperties, FieldsWrittenAndReadBack)
 {
-    const struct
+    const auto standard = VizInTooltipProperties::GetDefault(Text(u"S"), Text(u"<old>"));
+    EXPECT_EQ(Show(standard.WithFilterFields({}).GetFilterValue()), "");
+    constexpr struct
     {
         const char* rule;
-        std::vector<TString> fields;
+        std::u16string_view fields; ///< between |
         const char* value;
         const char* readBack;
     } rows[] = {
-        {"no field", {}, "", ""},
-        {"an empty field, repeats, commas and quotes",
-         {TString(), Text(u"a,\"b"), Text(u"a,\"b")},
-         "<>,<a,\"b>,<a,\"b>",
+        {"an empty field, repeats, commas and quotes", u"|a,\"b|a,\"b", "<>,<a,\"b>,<a,\"b>",
          "[][a,\"b][a,\"b]"},
-        {"even runs of brackets", {Text(u"a<<b>>>>")}, "<a<<b>>>>>", "[a<<b>>>>]"},
-        {"a single < starts anew", {Text(u"a<b")}, "<a<b>", "[b]"},
-        {"a single > ends", {Text(u"a>b"), Text(u"c")}, "<a>b>,<c>", "[a][c]"},
-        {"a doubled > at the end", {Text(u"a>")}, "<a>>", ""},
-        {"a doubled > swallows up to the next <", {Text(u"a>"), Text(u"b")}, "<a>>,<b>", "[b]"},
-        {"a doubled < at the start hides a field", {Text(u"<a"), Text(u"b")}, "<<a>,<b>", "[b]"},
-        {"but not with nothing behind", {Text(u"b"), Text(u"<a")}, "<b>,<<a>", "[b][a]"},
-        {"a field that reads as a sheet element",
-         {Text(u"Sheet name=\"x>y\"")},
-         "<Sheet name=\"x>y\">",
+        {"even runs of brackets", u"a<<b>>>>", "<a<<b>>>>>", "[a<<b>>>>]"},
+        {"a single < starts anew", u"a<b", "<a<b>", "[b]"},
+        {"a single > ends", u"a>b|c", "<a>b>,<c>", "[a][c]"},
+        {"a doubled > at the end", u"a>", "<a>>", ""},
+        {"a doubled > swallows up to the next <", u"a>|b", "<a>>,<b>", "[b]"},
+        {"a doubled < at the start hides a field", u"<a|b", "<<a>,<b>", "[b]"},
+        {"but not with nothing behind", u"b|<a", "<b>,<<a>", "[b][a]"},
+        {"one that reads as a sheet element", u"Sheet name=\"x>y\"", "<Sheet name=\"x>y\">",
          "[Sheet name=\"x>y\"]"},
-        {"one with an open quote", {Text(u"Sheet name=\"x"), Text(u"y")}, "<Sheet name=\"x>,<y>", "[y]"},
+        {"one with an open quote", u"Sheet name=\"x|y", "<Sheet name=\"x>,<y>", "[y]"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.rule);
         const auto element =
-            VizInTooltipProperties::GetDefault(Text(u"S"), Text(u"<old>")).WithFilterFields(row.fields);
+            standard.WithFilterFields(Text(row.fields).split(u'|', TString::SplitBehavior(0)));
         EXPECT_EQ(Show(element.GetFilterValue()), row.value);
         EXPECT_EQ(Show(element.GetFilterFields()), row.readBack);
         EXPECT_EQ(Show(element.WithFilterFields(element.GetFilterFields()).GetFilterFields()), row.readBack)

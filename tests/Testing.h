@@ -35,8 +35,9 @@ inline std::string Show(const TString& text)
 {
     std::string shown;
     for (int i = 0; i < text.length(); ++i) {
-        char buffer[8];
-        std::snprintf(buffer, sizeof buffer, text[i] >= u' ' && text[i] <= u'~' ? "%c" : "{%X}", text[i]);
+        char buffer[8] = {static_cast<char>(text[i])};
+        if (text[i] < u' ' || text[i] > u'~')
+            std::snprintf(buffer, sizeof buffer, "{%X}", text[i]);
         shown += buffer;
     }
     return shown;
