@@ -10,22 +10,12 @@ using namespace corvanemarkup::VizInTooltip::Impl;
 
 namespace {
 
-/// A code unit for each byte. Those beyond ASCII stand for what a text may hold though no one writes it.
-TString Widen(const std::uint8_t* data, std::size_t size)
-{
-    constexpr char16_t odd[] = {0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xFFFF, 0xFEFF, 0xA0, 0x3C3C};
-    std::u16string text;
-    for (; size > 0; --size, ++data)
-        text += *data < 0x80 ? char16_t(*data) : odd[*data % std::size(odd)];
-    return Text(text);
-}
-
 TString Part(const TString& text, const CorvaneCharRange& range)
 {
     return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
 }
 
-void CheckScanning(const TString& text, int offset)
+void CheckScanning(const TString& text, int from)
 {
     const auto all = [](const TString&) { return true; };
     std::int64_t end = 0;
@@ -36,20 +26,18 @@ void CheckScanning(const TString& text, int offset)
     }
     TString content;
     int length = 0;
-    const int start = FindNextKnownMarkupElement(text, offset, length, content, all);
+    const int start = FindNextKnownMarkupElement(text, from, length, content, all);
     EXPECT_TRUE(start == -1 || text.mid(start, length) == SurroundWithAngleBrackets(content));
-    CorvaneMarkupTokenizer tokenizer(text);
-    EXPECT_EQ(tokenizer.FindNextMarkupElement(offset), start);
+    CorvaneMarkupTokenizer steps(text);
+    EXPECT_EQ(steps.FindNextMarkupElement(from), start);
     for (const bool isSheetMarkup : {false, true, false}) { // steps that no walk takes, too
-        tokenizer.FindEndOfTokenAndUpdateStartIfNeeded(isSheetMarkup);
-        tokenizer.FindOneOfNotEscaped(text.left(3));
-        tokenizer.FindStartOfToken();
-        for (const int position : {tokenizer.GetOffset(), tokenizer.GetTokenStart()})
-            EXPECT_TRUE(position >= -1 && position < text.length());
-        (void)ShowOrCondition([&] { return tokenizer.GetContentOfCurrentMarkupElement(); });
+        steps.FindEndOfTokenAndUpdateStartIfNeeded(isSheetMarkup);
+        steps.FindOneOfNotEscaped(text.left(3));
+        steps.FindStartOfToken();
+        EXPECT_LT(std::max(steps.GetOffset(), steps.GetTokenStart()), text.length());
+        (void)ShowOrCondition([&] { return steps.GetContentOfCurrentMarkupElement(); });
     }
-    EXPECT_EQ(tokenizer.IsTextAtOffsetSheetMarkup(offset),
-              offset >= 0 && textbook::IsSheetMarkupText(text, offset));
+    EXPECT_EQ(steps.IsTextAtOffsetSheetMarkup(from), from >= 0 && textbook::IsSheetMarkupText(text, from));
 }
 
 void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString& field)
@@ -101,7 +89,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2)
         return 0;
     const CorvaneCharRange range{static_cast<std::int8_t>(data[0]), data[1]};
-    const TString text = Widen(data + 2, size - 2);
+    // A code unit for each byte. Those beyond ASCII stand for what a text may hold though no one writes it.
+    constexpr char16_t odd[] = {0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xFFFF, 0xFEFF, 0xA0, 0x3C3C};
+    std::u16string units;
+    for (std::size_t i = 2; i < size; ++i)
+        units += data[i] < 0x80 ? char16_t(data[i]) : odd[data[i] % std::size(odd)];
+    const TString text = Text(units);
     CheckScanning(text, static_cast<int>(range.start));
     CheckMarkup(MarkupText(text), range, text.left(3));
     for (const TString& content : CollectMarkupElements(text))

@@ -94,7 +94,8 @@ TEST(Scanning, RecognisesSheetElementsByTheirFirstAttribute)
 
 TEST(Scanning, TokenizerStepsAndBrokenCalls)
 {
-    CorvaneMarkupTokenizer tokenizer(Text(u"<a>;;b;c"));
+    const TString text = Text(u"<a>;;b;c<Sheet name=\"d>e\">");
+    CorvaneMarkupTokenizer tokenizer(text);
     const auto content = [&] { return tokenizer.GetContentOfCurrentMarkupElement(); };
     const std::string broken = "corvanemarkup/CorvaneMarkupTokenizer: m_offset >= 0";
     EXPECT_EQ(ShowOrCondition(content), broken);
@@ -102,10 +103,16 @@ TEST(Scanning, TokenizerStepsAndBrokenCalls)
     EXPECT_EQ(ShowOrCondition(content), "a");
     tokenizer.FindOneOfNotEscaped(Text(u"c;"));
     EXPECT_EQ(tokenizer.GetOffset(), 6) << "the doubled ; is escaped";
-    for (const int outside : {INT_MIN, -2, 8, 9, INT_MAX}) {
+    tokenizer.FindStartOfToken();
+    tokenizer.FindEndOfTokenAndUpdateStartIfNeeded(false);
+    EXPECT_EQ(ShowOrCondition(content), "Sheet name=\"d") << "told that quotes don't protect";
+    for (const int outside : {INT_MIN, -2, text.length(), text.length() + 1, INT_MAX}) {
         EXPECT_EQ(tokenizer.FindNextMarkupElement(outside), -1);
-        EXPECT_EQ(tokenizer.GetTokenStart(), 0) << "no < leaves the start as it was";
+        EXPECT_EQ(tokenizer.GetTokenStart(), 8) << "no < leaves the start as it was";
         EXPECT_EQ(ShowOrCondition(content), broken);
+        TString unchanged = text;
+        EXPECT_EQ(FindNextMarkupElement(text, outside, unchanged), -1);
+        EXPECT_EQ(unchanged, text);
     }
 }
 

@@ -144,16 +144,15 @@ TEST(Tooltip, RenamingASheet)
 
 TEST(Tooltip, RangesInASheetElement)
 {
-    const std::string noName = "corvanemarkup/VizInTooltip: nameToken";
-    const struct
+    constexpr struct
     {
         std::u16string_view text;
-        std::string name;
-        std::string filter;
+        const char* name;
+        const char* filter;
     } rows[] = {
         {u"Sheet name=\"S\" filter=\"<a>,<b>\"", "12-13", "15-31"},
         {u"Sheet filter=\"\" maxwidth=\"3\"  NAME=\"a\"\"b\"", "36-40", "6-15"},
-        {u"Other filter=\"<a>\"", noName, "6-18"},
+        {u"Other filter=\"<a>\"", "corvanemarkup/VizInTooltip: nameToken", "6-18"},
         {u"Sheet name=\"\"", "12-12", "none"},
     };
     for (const auto& row : rows) {
@@ -283,13 +282,12 @@ TEST(Tooltip, LawsOfEditing)
 {
     constexpr std::u16string_view values[] = {
         u"", u"junk", u"<a>", u"<a>,<b>,<a>", u"x<a><<b>y", u"<ALL>,<b>,<ALL>", u"<a\"b>,<>,<c d>"};
-    constexpr std::u16string_view behind[] = {u"", u" name=\"S\"", u"   filter=\"<z>\" maxwidth=\"0\""};
     // Any pair of integers is a range, and none may overflow when it is told from where the value starts.
     std::vector<std::int64_t> places = {INT64_MIN, INT64_MIN + 14, INT32_MIN, -1, INT32_MAX, INT64_MAX};
     for (int place = 0; place < 45; ++place)
         places.push_back(place);
     for (const std::u16string_view value : values)
-        for (const std::u16string_view rest : behind)
+        for (const std::u16string_view rest : {u"", u" name=\"S\"", u"   filter=\"<z>\" maxwidth=\"0\""})
             for (const std::u16string_view field : {u"a", u"new", u"ALL", u"q\"r"}) {
                 TString escaped = Text(value);
                 escaped.replace(u'"', Text(u"\"\""));
