@@ -85,7 +85,8 @@ public:
     [[nodiscard]] AttributeNamesAndValues ReplaceOrAdd(const AttributeName& name, const TString& value) const;
 
     /// The element's content as text: `elementName`, then for each attribute a space and its written form. An
-    /// empty list gives `elementName` alone.
+    /// empty list gives `elementName` alone. Names are written as they are: what is written reads back if
+    /// there is an attribute and no name holds a space, a `=` or a quote.
     [[nodiscard]] MarkupText ToMarkupText(const TString& elementName) const;
 
 private:

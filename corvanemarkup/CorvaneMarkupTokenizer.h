@@ -46,14 +46,16 @@ public:
     /// The position of the current element's `<`, or -1.
     [[nodiscard]] int GetTokenStart() const { return m_tokenStart; }
 
-    /// The steps of a search, for a walk of one's own. Each goes on from the scanning position.
+    /// The steps of a search, for a walk of one's own. Each goes on from the scanning position. In whatever
+    /// order they are called, positions stay within the text or are -1.
 
     /// Moves to the next of `delimiters` that isn't escaped, or to -1. Stays at -1.
     void FindOneOfNotEscaped(const TString& delimiters);
     /// Moves to the next `<` that isn't escaped, and takes it as the current element's start; or moves to -1.
     void FindStartOfToken();
     /// From an element's `<`, moves to its `>`, and moves the element's start to each `<` at which it
-    /// restarts. With no end, both become -1. `isSheetMarkup` tells whether quotes protect brackets.
+    /// restarts. With no end, both become -1. `isSheetMarkup` tells whether quotes protect brackets. From -1
+    /// it searches the text from its beginning.
     void FindEndOfTokenAndUpdateStartIfNeeded(bool isSheetMarkup);
 
 private:

@@ -110,7 +110,8 @@ struct NewCursorPositionAndMarkupText
 
 /// Inserts the field at the editor's cursor, or in place of the fields that its selection touches:
 /// `InsertFilterFieldIntoMarkupText` with the indices of `GetIndexOfFiltersAtCharRange`. Throws where these
-/// do.
+/// do, and where `FindFilterAttributeToken` does for the new text, which a quote in an attribute's name can
+/// keep from being read.
 [[nodiscard]] CORVANEMARKUP_EXPORT NewCursorPositionAndMarkupText
 InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(const MarkupText& sheetMarkupText,
                                                        const CorvaneCharRange& charRange,

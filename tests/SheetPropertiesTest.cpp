@@ -31,13 +31,13 @@ TEST(SheetProperties, Validation)
         {"too wide", u"Sheet name='a' maxwidth='2001'", "S 2001x300"},
         {"too high", u"Sheet name='a' maxheight='1501'", "S 300x1501"},
         {"too narrow", u"Sheet name='a' maxwidth='0'", "S 0x300"},
-        {"too low", u"Sheet name='a' maxheight='-1'", "S 300x-1"},
+        {"too low", u"Sheet name='a' maxheight='0'", "S 300x0"},
         {"an empty size isn't the default", u"Sheet name='a' maxwidth=''", "S 0x300"},
         {"no number", u"Sheet name='a' maxwidth='300px'", "S 0x300"},
         {"beyond int", u"Sheet name='a' maxwidth='4294967596'", "S 0x300"},
         {"an empty name", u"Sheet name=''", "N 300x300"},
         {"no attribute", u"Sheet ", "N 300x300"},
-        {"the first of a name counts", u"Sheet name='' name='a' maxwidth='0' MaxWidth='1'", "DNS 0x300"},
+        {"the first of a name counts", u"Sheet name='' name='a' maxwidth='-1' MaxWidth='1'", "DNS -1x300"},
         {"another attribute", u"Sheet name='a' names=''", "U 300x300"},
         {"no sheet element", u"Link name='a'", "none"},
         {"brackets are no part of it", u"<Sheet name='a'>", "none"},
@@ -77,29 +77,24 @@ TEST(SheetProperties, AccessAndEditing)
 
 TEST(SheetProperties, FieldsWrittenAndReadBack)
 {
-    const Rows<const char*, std::vector<TString>, const char*, const char*> rows = {
-        {"no field", {}, "", ""},
-        {"an empty field, repeats, commas and quotes",
-         {TString(), Text(u"a,'b"), Text(u"a,'b")},
-         "<>,<a,'b>,<a,'b>",
-         "[][a,'b][a,'b]"},
-        {"even runs of brackets", {Text(u"a<<b>>>>")}, "<a<<b>>>>>", "[a<<b>>>>]"},
-        {"a single < starts anew", {Text(u"a<b")}, "<a<b>", "[b]"},
-        {"a single > ends", {Text(u"a>b"), Text(u"c")}, "<a>b>,<c>", "[a][c]"},
-        {"a doubled > at the end", {Text(u"a>")}, "<a>>", ""},
-        {"a doubled > swallows up to the next <", {Text(u"a>"), Text(u"b")}, "<a>>,<b>", "[b]"},
-        {"a doubled < at the start hides a field", {Text(u"<a"), Text(u"b")}, "<<a>,<b>", "[b]"},
-        {"but not with nothing behind", {Text(u"b"), Text(u"<a")}, "<b>,<<a>", "[b][a]"},
-        {"a field that reads as a sheet element",
-         {Text(u"Sheet name='x>y'")},
-         "<Sheet name='x>y'>",
+    const auto standard = VizInTooltipProperties::GetDefault(Text(u"S"), Text(u"<old>"));
+    EXPECT_EQ(Show(standard.WithFilterFields({}).GetFilterValue()), "");
+    const Rows<const char*, std::u16string_view, const char*, const char*> rows = {
+        {"an empty field, repeats, commas and quotes", u"|a,'b|a,'b", "<>,<a,'b>,<a,'b>", "[][a,'b][a,'b]"},
+        {"even runs of brackets", u"a<<b>>>>", "<a<<b>>>>>", "[a<<b>>>>]"},
+        {"a single < starts anew", u"a<b", "<a<b>", "[b]"},
+        {"a single > ends", u"a>b|c", "<a>b>,<c>", "[a][c]"},
+        {"a doubled > at the end", u"a>", "<a>>", ""},
+        {"a doubled > swallows up to the next <", u"a>|b", "<a>>,<b>", "[b]"},
+        {"a doubled < at the start hides a field", u"<a|b", "<<a>,<b>", "[b]"},
+        {"but not with nothing behind", u"b|<a", "<b>,<<a>", "[b][a]"},
+        {"one that reads as a sheet element", u"Sheet name='x>y'", "<Sheet name='x>y'>",
          "[Sheet name='x>y']"},
-        {"one with an open quote", {Text(u"Sheet name='x"), Text(u"y")}, "<Sheet name='x>,<y>", "[y]"},
+        {"one with an open quote", u"Sheet name='x|y", "<Sheet name='x>,<y>", "[y]"},
     };
     for (const auto& [rule, fields, value, readBack] : rows) {
         SCOPED_TRACE(rule);
-        const auto element =
-            VizInTooltipProperties::GetDefault(Text(u"S"), Text(u"<old>")).WithFilterFields(fields);
+        const auto element = standard.WithFilterFields(Text(fields).split(u'|', TString::SplitBehavior(0)));
         EXPECT_EQ(Show(element.GetFilterValue()), value);
         EXPECT_EQ(Show(element.GetFilterFields()), readBack);
         EXPECT_EQ(Show(element.WithFilterFields(element.GetFilterFields()).GetFilterFields()), readBack)

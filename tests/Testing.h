@@ -38,9 +38,10 @@ inline std::string Show(const TString& text)
 {
     std::string shown;
     for (int i = 0; i < text.length(); ++i) {
-        char buffer[8];
         const char16_t unit = text[i] == u'"' ? u'\'' : text[i];
-        std::snprintf(buffer, sizeof buffer, unit >= u' ' && unit <= u'~' ? "%c" : "{%X}", unit);
+        char buffer[8] = {static_cast<char>(unit)};
+        if (unit < u' ' || unit > u'~')
+            std::snprintf(buffer, sizeof buffer, "{%X}", unit);
         shown += buffer;
     }
     return shown;

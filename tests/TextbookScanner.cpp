@@ -57,7 +57,7 @@ int Tokenizer::FindNextMarkupElement(int from)
     return tokenStart;
 }
 
-TString Tokenizer::Content() const
+TString Tokenizer::GetContentOfCurrentMarkupElement() const
 {
     return text.mid(tokenStart + 1, offset - tokenStart - 1);
 }
@@ -70,7 +70,7 @@ FindCharRangesOfKnownMarkupElements(const TString& text,
     for (int offset = 0; offset < text.length();) {
         Tokenizer tokenizer{text};
         const int start = tokenizer.FindNextMarkupElement(offset);
-        const TString content = start < 0 ? TString() : tokenizer.Content();
+        const TString content = start < 0 ? TString() : tokenizer.GetContentOfCurrentMarkupElement();
         if (!isKnownElement(content) || start < 0) {
             ++offset;
             continue;
@@ -89,7 +89,7 @@ std::set<TString> CollectMarkupElements(const TString& text)
         const int start = tokenizer.FindNextMarkupElement(offset);
         if (start < 0)
             break;
-        const TString content = tokenizer.Content();
+        const TString content = tokenizer.GetContentOfCurrentMarkupElement();
         contents.insert(content);
         offset = start + content.length() + 2;
     }

@@ -21,7 +21,9 @@ struct Tokenizer
     int tokenStart = -1;
 
     int FindNextMarkupElement(int from);
-    TString Content() const;
+    TString GetContentOfCurrentMarkupElement() const;
+    int GetOffset() const { return offset; }
+    int GetTokenStart() const { return tokenStart; }
 
 private:
     void FindOneOfNotEscaped(const TString& delimiters);

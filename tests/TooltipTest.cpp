@@ -1,47 +1,14 @@
-#include "Testing.h"
-#include "TextbookScanner.h"
+#include "Agreements.h"
 
-#include <corvanemarkup/VizInTooltip.h>
-#include <corvanemarkup/VizInTooltipProperties.h>
-
-#include <algorithm>
+#include <atomic>
 #include <climits>
+#include <future>
 #include <random>
 
 using namespace corvanemarkup;
 using namespace corvanemarkup::VizInTooltip;
 
 namespace {
-
-std::string ReadByLibrary(const TString& tooltip)
-{
-    return Show(GetTargetSheetNamesFromTooltipText(tooltip)) + '\n' +
-           Show(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip)) + '\n' +
-           Show(GetFilterFieldsFromSheetMarkupInTooltipText(tooltip));
-}
-
-std::string ReadByTextbook(const TString& tooltip)
-{
-    std::set<TString> names;
-    std::map<TString, std::set<TString>> fieldsBySheet;
-    std::vector<TString> allFields;
-    for (const TString& content : textbook::CollectMarkupElements(tooltip)) {
-        const auto element = VizInTooltipProperties::FromMarkupText(MarkupText(content));
-        const bool isValid = element && element->IsValid();
-        EXPECT_EQ(Show(GetTargetSheetNameFromMarkupText(content)),
-                  isValid ? Show(element->GetSheetName()) : "");
-        if (!isValid)
-            continue;
-        const auto fields = element->GetFilterFields();
-        names.insert(element->GetSheetName());
-        if (!element->HasFilter())
-            fieldsBySheet.insert({element->GetSheetName(), {Text(u"All Fields")}});
-        else if (!fields.empty())
-            fieldsBySheet.insert({element->GetSheetName(), {fields.begin(), fields.end()}});
-        allFields.insert(allFields.begin(), fields.begin(), fields.end());
-    }
-    return Show(names) + '\n' + Show(fieldsBySheet) + '\n' + Show(allFields);
-}
 
 TEST(Tooltip, TooltipsReadByTheTextbook)
 {
@@ -50,31 +17,17 @@ TEST(Tooltip, TooltipsReadByTheTextbook)
     ForEachText(few, 6, [](const std::u16string& text) {
         ASSERT_EQ(ReadByLibrary(Text(text)), ReadByTextbook(Text(text))) << Show(Text(text));
     });
-    constexpr std::u16string_view many[] = {u"<",
-                                            u"<<",
-                                            u">",
-                                            u">>",
-                                            u"'",
-                                            u" ",
-                                            u"<Sheet name='A'",
-                                            u"<Sheet filter='<x>,<y>'",
-                                            u" NAME='B'",
-                                            u">",
-                                            u"<b ",
-                                            u"\t",
-                                            u"''",
-                                            u"<Sheet maxwidth='200' name='A''C'",
-                                            u" maxheight='150'",
-                                            u" filter='<a''b>, <<c><d>'",
-                                            u" maxwidth='02'",
-                                            u" MaxHeight='1501'",
-                                            u"<Sheet  name='B' filter=''>"};
+    const std::vector<TString> many =
+        Text(u"<|<<|>|>>|'| |<Sheet name='A'|<Sheet filter='<x>,<y>'| NAME='B'|>|<b |\t|''|<Sheet "
+             u"maxwidth='200' name='A''C'| maxheight='150'| filter='<a''b>, <<c><d>'| maxwidth='02'| "
+             u"MaxHeight='1501'|<Sheet  name='B' filter=''>")
+            .split(u'|', TString::SplitBehavior(0));
     std::mt19937 random(20240301);
     for (int i = 0; i < 60000; ++i) {
-        std::u16string text;
+        TString text;
         for (auto count = 3 + random() % 12; count > 0; --count)
-            text += many[random() % std::size(many)];
-        ASSERT_EQ(ReadByLibrary(Text(text)), ReadByTextbook(Text(text))) << Show(Text(text));
+            text = text + many[random() % many.size()];
+        ASSERT_EQ(ReadByLibrary(text), ReadByTextbook(text)) << Show(text);
     }
 }
 
@@ -89,9 +42,10 @@ TEST(Tooltip, SheetNamesAndFilterFields)
          "[D]", "[D [k]]", "[k]"},
         {"and the sheet is absent without another", u"<Sheet name='E' filter='zzz'>", "[E]", "", ""},
         {"repeats", u"<Sheet name='A' filter='<x>,<x>'>", "[A]", "[A [x]]", "[x][x]"},
-        {"fields of the last element first, each in their order",
-         u"<Sheet name='1' filter='<b>,<a>'><Sheet name='2' filter='<c>,<a>'><Sheet name='3' filter='<d>'>",
-         "[1][2][3]", "[1 [a][b]][2 [a][c]][3 [d]]", "[d][c][a][b][a]"},
+        {"fields of the last element first, of names that are alike at both ends",
+         u"<Sheet name='1a1' filter='<b>,<a>'><Sheet name='1b1' filter='<c>,<a>'><Sheet name='1c1' "
+         u"filter='<d>'>",
+         "[1a1][1b1][1c1]", "[1a1 [a][b]][1b1 [a][c]][1c1 [d]]", "[d][c][a][b][a]"},
         {"an invalid element counts nowhere", u"<Sheet name='A' filter='<x>' maxwidth='2001'>", "", "", ""},
         {"an element without end hides what follows", u"<Sheet name='A'><Sheet name='<Sheet name='B'>", "[A]",
          "[A [All Fields]]", ""},
@@ -129,9 +83,9 @@ TEST(Tooltip, DeletedOrModifiedFilters)
     };
     for (const auto& [rule, previous, current, sheets, sheetsOfTheExchange] : rows) {
         SCOPED_TRACE(rule);
-        const auto changes = CollectSheetsWithDeletedOrModifiedSheetMarkupFilters;
-        EXPECT_EQ(Show(changes(Text(previous), Text(current))), sheets);
-        EXPECT_EQ(Show(changes(Text(current), Text(previous))), sheetsOfTheExchange);
+        const auto collect = CollectSheetsWithDeletedOrModifiedSheetMarkupFilters;
+        EXPECT_EQ(Show(collect(Text(previous), Text(current))), sheets);
+        EXPECT_EQ(Show(collect(Text(current), Text(previous))), sheetsOfTheExchange);
     }
 }
 
@@ -166,11 +120,10 @@ TEST(Tooltip, RenamingASheet)
 
 TEST(Tooltip, RangesInASheetElement)
 {
-    const std::string noName = "corvanemarkup/VizInTooltip: nameToken";
-    const Rows<std::u16string_view, std::string, std::string> rows = {
+    const Rows<std::u16string_view, const char*, const char*> rows = {
         {u"Sheet name='S' filter='<a>,<b>'", "12-13", "15-31"},
         {u"Sheet filter='' maxwidth='3'  NAME='a''b'", "36-40", "6-15"},
-        {u"Other filter='<a>'", noName, "6-18"},
+        {u"Other filter='<a>'", "corvanemarkup/VizInTooltip: nameToken", "6-18"},
         {u"Sheet name=''", "12-12", "none"},
     };
     for (const auto& [text, name, filter] : rows) {
@@ -220,33 +173,25 @@ TEST(Tooltip, InsertingAField)
     const std::string outside =
         "corvanemarkup/VizInTooltip: first >= 0 && first - 1 <= last && last < fieldCount";
     constexpr std::u16string_view abc = u"Sheet filter='<a>,<b>,<c>'";
+    const std::vector<int> none;
     const Rows<const char*, std::u16string_view, std::u16string_view, std::vector<int>, std::string> rows = {
         {"in place of one", abc, u"x", {1}, "Sheet filter='<a>,<x>,<c>'"},
         {"only the first and last index count", abc, u"x", {0, 99, -1, 1}, "Sheet filter='<x>,<c>'"},
-        {"at the end", abc, u"x", {}, "Sheet filter='<a>,<b>,<c>,<x>'"},
-        {"once at the end", abc, u"a", {}, "Sheet filter='<b>,<c>,<a>'"},
+        {"at the end", abc, u"x", none, "Sheet filter='<a>,<b>,<c>,<x>'"},
+        {"once at the end", abc, u"a", none, "Sheet filter='<b>,<c>,<a>'"},
         {"but twice in place of another", abc, u"c", {1}, "Sheet filter='<a>,<c>,<c>'"},
         {"the exclusive field, whatever the indices", abc, u"ALL", {99}, "Sheet filter='<ALL>'"},
-        {"it goes behind the insertion",
-         u"Sheet filter='<ALL>,<b>,<c>'",
-         u"x",
-         {1},
+        {"it goes behind the insertion", u"Sheet filter='<ALL>,<b>,<c>'", u"x", std::vector<int>(1, 1),
          "Sheet filter='<x>,<c>'"},
         {"nothing erased", abc, u"x", {3, 2}, "Sheet filter='<a>,<b>,<c>,<x>'"},
         {"nothing erased in front", abc, u"x", {0, -1}, "Sheet filter='<x>,<a>,<b>,<c>'"},
-        {"an invalid element keeps its faults",
-         u"Sheet  A='1' filter='y<a>z'",
-         u"x",
-         {},
+        {"an invalid element keeps its faults", u"Sheet  A='1' filter='y<a>z'", u"x", none,
          "Sheet A='1' filter='<a>,<x>'"},
-        {"no filter", u"Sheet name='S'", u"x", {}, "Sheet name='S' filter='<x>'"},
-        {"the first of two filters",
-         u"Sheet filter='' filter='<b>'",
-         u"x",
-         {},
+        {"no filter", u"Sheet name='S'", u"x", none, "Sheet name='S' filter='<x>'"},
+        {"the first of two filters", u"Sheet filter='' filter='<b>'", u"x", none,
          "Sheet filter='<x>' filter='<b>'"},
-        {"no sheet element", u"Other filter='<a>'", u"x", {}, refused},
-        {"nor for the exclusive field", u"Sheet filter='<a>' x", u"ALL", {}, refused},
+        {"no sheet element", u"Other filter='<a>'", u"x", none, refused},
+        {"nor for the exclusive field", u"Sheet filter='<a>' x", u"ALL", none, refused},
         {"behind the end", abc, u"x", {1, 3}, outside},
         {"far behind", abc, u"x", {INT_MAX}, outside},
         {"in front", abc, u"x", {-1, 1}, outside},
@@ -264,79 +209,56 @@ TEST(Tooltip, InsertingAField)
 
 TEST(Tooltip, InsertingAFieldAtTheCursor)
 {
-    const Rows<const char*, std::u16string_view, CorvaneCharRange, std::u16string_view, std::string> rows = {
-        {"in a field",
-         u"Sheet name='S' filter='<a>,<b>'",
-         {24, 24},
-         u"x",
-         "Sheet name='S' filter='<x>,<b>' 31"},
-        {"in no field", u"Sheet filter='<a>'  name='S'", {3, 3}, u"x", "Sheet filter='<a>,<x>' name='S' 22"},
-        {"no filter", u"Sheet name='S'", {3, 3}, u"x", "Sheet name='S' filter='<x>' 27"},
-        {"a token that is found in a text that is refused",
-         u"Sheet filter='<a>' x",
-         {0, 0},
-         u"x",
+    const Rows<const char*, std::u16string_view, int, const char*> rows = {
+        {"in a field", u"Sheet name='S' filter='<a>,<b>'", 24, "Sheet name='S' filter='<x>,<b>' 31"},
+        {"in no field", u"Sheet filter='<a>'  name='S'", 3, "Sheet filter='<a>,<x>' name='S' 22"},
+        {"no filter", u"Sheet name='S'", 3, "Sheet name='S' filter='<x>' 27"},
+        {"a token that is found in a text that is refused", u"Sheet filter='<a>' x", 0,
          "corvanemarkup/VizInTooltip: vizInTooltipProperties"},
-        {"no tokens", u"Sheet", {0, 0}, u"x", "corvanemarkup/VizInTooltipImpl: tokenizeResult.Success"},
+        {"no tokens", u"Sheet", 0, "corvanemarkup/VizInTooltipImpl: tokenizeResult.Success"},
     };
-    for (const auto& [rule, text, range, field, edited] : rows) {
+    for (const auto& [rule, text, cursor, edited] : rows) {
         SCOPED_TRACE(rule);
-        EXPECT_EQ(ShowOrCondition(InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition, Markup(text), range,
-                                  Text(field), Text(u"ALL")),
+        EXPECT_EQ(ShowOrCondition(InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition, Markup(text),
+                                  CorvaneCharRange{cursor, cursor}, Text(u"x"), Text(u"ALL")),
                   edited);
     }
 }
 
-/// What an editor counts on when it inserts `field` into an element.
-void CheckEdit(const MarkupText& text, CorvaneCharRange range, const TString& field)
-{
-    const TString all = Text(u"ALL");
-    const auto edited = InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(text, range, field, all);
-    SCOPED_TRACE(Show(text) + ' ' + Show(range) + " -> " + Show(edited));
-
-    auto expected = VizInTooltipProperties::FromMarkupText(text)->GetFilterFields();
-    const auto remove = [&](const TString& removed) {
-        expected.erase(std::remove(expected.begin(), expected.end(), removed), expected.end());
-    };
-    const auto indices = GetIndexOfFiltersAtCharRange(text, range);
-    if (indices.empty()) {
-        remove(field);
-        expected.push_back(field);
-    } else {
-        expected.erase(expected.begin() + indices.front(), expected.begin() + indices.back() + 1);
-        expected.insert(expected.begin() + indices.front(), field);
-    }
-    if (field == all)
-        expected = {all};
-    else
-        remove(all);
-    const auto element = VizInTooltipProperties::FromMarkupText(edited.NewMarkupText);
-    ASSERT_TRUE(element) << "the new text is a sheet element";
-    ASSERT_EQ(Show(element->GetFilterFields()), Show(expected));
-
-    const TString& newText = edited.NewMarkupText;
-    const int cursor = edited.NewCursorPosition;
-    ASSERT_EQ(FindFilterAttributeToken(edited.NewMarkupText)->end, cursor);
-    ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
-    ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
-
-    const auto editAgain = [&](const MarkupText& markup) {
-        return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(markup, {cursor, cursor}, field, all);
-    };
-    const auto again = editAgain(edited.NewMarkupText);
-    ASSERT_EQ(Show(editAgain(again.NewMarkupText)), Show(again)) << "without a selection, once is enough";
-}
-
 TEST(Tooltip, LawsOfEditing)
 {
-    for (const auto value :
-         {u"", u"junk", u"<a>", u"<a>,<b>,<a>", u"x<a><<b>y", u"<ALL>,<b>,<ALL>", u"<a''b>,<>,<c d>"})
-        for (const auto rest : {u"'", u"' name='S'", u"'   filter='<z>' maxwidth='0'"})
-            for (const auto field : {u"a", u"new", u"ALL", u"q'r"})
-                for (int start = 0; start < 45; ++start)
-                    for (int end = start; end < 45; end += 3)
-                        CheckEdit(MarkupText(Text(u"Sheet filter='") + Text(value) + Text(rest)),
-                                  {start, end}, Text(field));
+    constexpr std::u16string_view values[] = {
+        u"", u"junk", u"<a>", u"<a>,<b>,<a>", u"x<a><<b>y", u"<ALL>,<b>,<ALL>", u"<a'b>,<>,<c d>"};
+    // Any pair of integers is a range, and none may overflow when it is told from where the value starts.
+    std::vector<std::int64_t> places = {INT64_MIN, INT64_MIN + 14, INT32_MIN, -1, INT32_MAX, INT64_MAX};
+    for (int place = 0; place < 45; ++place)
+        places.push_back(place);
+    for (const std::u16string_view value : values)
+        for (const std::u16string_view rest : {u"", u" name='S'", u"   filter='<z>' maxwidth='0'"})
+            for (const std::u16string_view field : {u"a", u"new", u"ALL", u"q'r"}) {
+                TString escaped = Text(value);
+                escaped.replace(u'"', Text(u"''"));
+                const MarkupText text(Text(u"Sheet filter='") + escaped + u'"' + Text(rest));
+                for (const std::int64_t start : places)
+                    for (const std::int64_t end : places)
+                        ASSERT_NO_FATAL_FAILURE(ExpectLawsOfEditing(text, {start, end}, Text(field)));
+            }
+}
+
+/// In a process of its own, so that these are the first calls; the thread sanitizer watches them.
+TEST(Threads, FirstCallsAtOnceOnSharedTexts)
+{
+    const TString tooltip = Text(u"<b> <Sheet  MAXWIDTH='200' name='a''b' filter='<x>,<y>'>");
+    std::atomic<int> waiting(8);
+    std::vector<std::future<std::string>> results;
+    for (int i = waiting; i > 0; --i)
+        results.push_back(std::async(std::launch::async, [&] {
+            for (--waiting; waiting > 0;) {
+            }
+            return testing::PrintToString(ScanByLibrary(tooltip)) + ReadByLibrary(tooltip);
+        }));
+    for (std::future<std::string>& result : results)
+        EXPECT_EQ(result.get(), testing::PrintToString(ScanByTextbook(tooltip)) + ReadByTextbook(tooltip));
 }
 
 } // namespace

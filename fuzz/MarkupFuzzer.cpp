@@ -1,0 +1,109 @@
+/// Holds every exported operation to its laws, on a text made of arbitrary bytes.
+
+#include "../tests/Agreements.h"
+
+#include <corvanemarkup/TokenizeAttributedMarkupText.h>
+
+using namespace corvanemarkup;
+using namespace corvanemarkup::VizInTooltip;
+using namespace corvanemarkup::VizInTooltip::Impl;
+
+namespace {
+
+TString Part(const TString& text, const CorvaneCharRange& range)
+{
+    return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
+}
+
+void CheckScanning(const TString& text, int from)
+{
+    const auto all = [](const TString&) { return true; };
+    std::int64_t end = 0;
+    for (const auto& [range, content] : FindCharRangesOfKnownMarkupElements(text, all)) {
+        EXPECT_TRUE(end <= range.start && range.end <= text.length());
+        EXPECT_EQ(Part(text, range), SurroundWithAngleBrackets(content));
+        end = range.end;
+    }
+    TString content;
+    int length = 0;
+    const int start = FindNextKnownMarkupElement(text, from, length, content, all);
+    EXPECT_TRUE(start == -1 || text.mid(start, length) == SurroundWithAngleBrackets(content));
+    CorvaneMarkupTokenizer steps(text);
+    EXPECT_EQ(steps.FindNextMarkupElement(from), start);
+    for (const bool isSheetMarkup : {false, true, false}) { // steps that no walk takes, too
+        steps.FindEndOfTokenAndUpdateStartIfNeeded(isSheetMarkup);
+        steps.FindOneOfNotEscaped(text.left(3));
+        steps.FindStartOfToken();
+        EXPECT_LT(std::max(steps.GetOffset(), steps.GetTokenStart()), text.length());
+        (void)ShowOrCondition([&] { return steps.GetContentOfCurrentMarkupElement(); });
+    }
+    EXPECT_EQ(steps.IsTextAtOffsetSheetMarkup(from), from >= 0 && textbook::IsSheetMarkupText(text, from));
+}
+
+void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString& field)
+{
+    const TString& text = markup;
+    int position = 0;
+    for (const Token& token : TokenizeAttributedMarkupText(markup).Tokens) {
+        EXPECT_EQ(text.mid(position, token.Text.length()), token.Text);
+        position += token.Text.length();
+    }
+    const TString elementName = text.left(text.Find(u' ', 0));
+    const auto list = ParseAttributedMarkupText(markup, elementName);
+    EXPECT_TRUE(position == text.length() || (position == 0 && !list));
+    // What comes of an element that doesn't read back needn't obey the laws; it is a result or an exception.
+    (void)ShowOrCondition([&] { return GetCharRangeOfSheetNameAttributeValue(markup); });
+    (void)ShowOrCondition(
+        [&] { return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(markup, range, field, text); });
+    const auto hasQuote = [](const auto& attribute) { return attribute.Name.GetName().Find(u'"', 0) >= 0; };
+    if (!list || list->begin() == list->end() || std::any_of(list->begin(), list->end(), hasQuote))
+        return;
+
+    ExpectReadsBack(*list, elementName);
+    const auto filter = FindFilterAttributeToken(markup);
+    EXPECT_TRUE(!filter || ExtractNameAndValue(Part(text, *filter))->Value ==
+                               *list->GetAttributeValueForName(Name(u"filter")));
+    if (elementName == Text(u"Sheet"))
+        for (const std::u16string_view inserted : {u"a", u"ALL", u"q\"r"})
+            ExpectLawsOfEditing(markup, range, Text(inserted));
+    const TString sheetName = GetTargetSheetNameFromMarkupText(text);
+    if (sheetName.empty())
+        return;
+    const CorvaneCharRange nameRange = GetCharRangeOfSheetNameAttributeValue(markup);
+    TString name = Part(text, {nameRange.start - 1, nameRange.end + 1});
+    EXPECT_TRUE(StripEnclosingQuotes(name));
+    UnescapeQuotes(name);
+    EXPECT_EQ(name, sheetName);
+    MarkupText renamed;
+    EXPECT_TRUE(ReplaceSheetNameInSheetMarkupText(markup, name, field, renamed));
+    EXPECT_EQ(GetTargetSheetNameFromMarkupText(renamed), field);
+    const TString same = ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond(markup, markup);
+    EXPECT_EQ(same.compare(list->ToMarkupText(elementName), TString::CaseSensitivity(0)), 0);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    testing::FLAGS_gtest_throw_on_failure = true;
+    if (size < 2)
+        return 0;
+    const CorvaneCharRange range{static_cast<std::int8_t>(data[0]), data[1]};
+    // A code unit for each byte. Those beyond ASCII stand for what a text may hold though no one writes it.
+    constexpr char16_t odd[] = {0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xFFFF, 0xFEFF, 0xA0, 0x3C3C};
+    std::u16string units;
+    for (std::size_t i = 2; i < size; ++i)
+        units += data[i] < 0x80 ? char16_t(data[i]) : odd[data[i] % std::size(odd)];
+    const TString text = Text(units);
+    CheckScanning(text, static_cast<int>(range.start));
+    CheckMarkup(MarkupText(text), range, text.left(3));
+    for (const TString& content : CollectMarkupElements(text))
+        CheckMarkup(MarkupText(content), range, text.mid(data[0], data[1] % 16));
+    // The textbook takes its time.
+    EXPECT_TRUE(size > 64 || ScanByLibrary(text) == ScanByTextbook(text));
+    EXPECT_TRUE(size > 2000 || ReadByLibrary(text) == ReadByTextbook(text));
+    EXPECT_TRUE(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(text, text).empty());
+    EXPECT_EQ(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(text, TString()).size(),
+              GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(text).size());
+    return 0;
+}
