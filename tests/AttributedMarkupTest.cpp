@@ -91,7 +91,7 @@ TEST(AttributedMarkup, RunsOfAttributes)
         {"attributes with spaces around", u" a=\"1 2\"  b=\"\"\"=\" ", true, "[a=1 2][b=\"=]"},
         {"a space or the end must follow a closing quote", u"a=\"1\"b=\"2\"", false, ""},
         {"attributes before a failure stay", u"a=\"1\" x", false, "[a=1]"},
-        {"an unquoted value", u"a=\"1\" b=2 ", false, "[a=1]"},
+        {"a quote that ends the text", u"a=\"1\" \"", false, "[a=1]"},
         {"an open quote", u"a=\"1\" b=\"2 \"\"", false, "[a=1]"},
         {"a space within an attribute", u"a =\"1\"", false, ""},
         {"text in front of the quotes", u"a=b\"c\"", false, ""},

@@ -50,10 +50,10 @@ TEST(Tooltip, SheetNamesAndFilterFields)
          u"<Sheet name=\"D\" filter=\"\"> <Sheet name=\"D\" filter=\"<k>\">", "[D]", "[D [k]]", "[k]"},
         {"and the sheet is absent without another", u"<Sheet name=\"E\" filter=\"zzz\">", "[E]", "", ""},
         {"repeats", u"<Sheet name=\"A\" filter=\"<x>,<x>\">", "[A]", "[A [x]]", "[x][x]"},
-        {"fields of the last element first, each in their order",
-         u"<Sheet name=\"1\" filter=\"<b>,<a>\"><Sheet name=\"2\" filter=\"<c>,<a>\"><Sheet name=\"3\" "
+        {"fields of the last element first, of names that are alike at both ends",
+         u"<Sheet name=\"1a1\" filter=\"<b>,<a>\"><Sheet name=\"1b1\" filter=\"<c>,<a>\"><Sheet name=\"1c1\" "
          u"filter=\"<d>\">",
-         "[1][2][3]", "[1 [a][b]][2 [a][c]][3 [d]]", "[d][c][a][b][a]"},
+         "[1a1][1b1][1c1]", "[1a1 [a][b]][1b1 [a][c]][1c1 [d]]", "[d][c][a][b][a]"},
         {"an invalid element counts nowhere", u"<Sheet name=\"A\" filter=\"<x>\" maxwidth=\"2001\">", "", "",
          ""},
         {"an element without end hides what follows", u"<Sheet name=\"A\"><Sheet name=\"<Sheet name=\"B\">",
