@@ -3,7 +3,9 @@ include(GenerateExportHeader)
 # What a build that ships carries beyond its code: checks of the stack and of buffers, a table of addresses that can't be
 # written, and no path of the machine that built it. A host that adds the project decides on these itself.
 function(corvane_harden target)
-  target_compile_options(${target} PRIVATE -ffile-prefix-map=${PROJECT_BINARY_DIR}=. -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
+  # The last one that fits counts, and the build folder may lie inside the source folder.
+  target_compile_options(${target} PRIVATE -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.
+                                           -ffile-prefix-map=${PROJECT_BINARY_DIR}=.)
   set_target_properties(${target} PROPERTIES BUILD_RPATH_USE_ORIGIN ON)
   # The sanitizers check more, and see through these checks badly.
   if(CMAKE_EXECUTABLE_FORMAT STREQUAL "ELF" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
