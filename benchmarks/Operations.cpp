@@ -32,7 +32,7 @@ AttributeNamesAndValues AttributesOf(const MarkupText& content)
         return *attributes;
     std::vector<AttributeNameAndValue> attributes;
     const TString& text = content;
-    for (const TString& word : text.split(u' ', TString::SplitBehavior::SkipEmptyParts))
+    for (const TString& word : text.split(u' ', TString::SplitBehavior(1)))
         attributes.push_back({AttributeName(word), word});
     return AttributeNamesAndValues(attributes);
 }
