@@ -111,9 +111,7 @@ TEST(AttributedMarkup, WhereAnAttributeStands)
     };
     for (const auto& [rule, text, name, found] : rows) {
         SCOPED_TRACE(rule);
-        EXPECT_EQ(
-            ShowOrCondition([&] { return FindAttributeTokenOffsetAndContent(Markup(text), Name(name)); }),
-            found);
+        EXPECT_EQ(ShowOrCondition(FindAttributeTokenOffsetAndContent, Markup(text), Name(name)), found);
     }
 }
 
