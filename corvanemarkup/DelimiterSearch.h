@@ -41,7 +41,7 @@ template <char16_t First, char16_t Second>
 {
     const char16_t* const units = text.data();
     const std::size_t end = text.size();
-    while (from + UnitBlock::Length < end) {
+    while (from < end && end - from > UnitBlock::Length) {
         const UnitBlock block(units + from);
         // What stands behind the last place is looked at apart.
         const UnitMask beforeSecond = (block == Second) >> 1 | UnitMask(1) << (UnitBlock::Length - 1);
