@@ -55,7 +55,7 @@ template <char16_t First, char16_t Second>
             return found;
         from = found + 1;
     }
-    for (; from + 1 < end; ++from)
+    for (; from < end && end - from > 1; ++from)
         if (units[from] == First && units[from + 1] == Second)
             return from;
     return NotFound;
