@@ -1,0 +1,187 @@
+#include "TooltipEdit.h"
+
+#include "QtText.h"
+
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace editor {
+
+namespace {
+
+struct ElementFormats
+{
+    QTextCharFormat Element;
+    QTextCharFormat SheetName;
+    QTextCharFormat Field;
+};
+
+/// Colours that can be read on the background. Faults are underlined, too, so that no one needs to see
+/// colours.
+ElementFormats FormatsOf(ElementKind kind, const QColor& background)
+{
+    const bool isDark = background.lightness() < 128;
+    const auto ink = [isDark](int hue) { return QColor::fromHsl(hue, 200, isDark ? 190 : 75); };
+    const auto tint = [isDark](int hue) { return QColor::fromHsl(hue, 120, isDark ? 50 : 235); };
+    constexpr int blue = 215;
+    constexpr int green = 130;
+    constexpr int red = 0;
+    constexpr int violet = 285;
+    ElementFormats formats;
+    switch (kind) {
+    case ElementKind::Plain:
+        formats.Element.setForeground(ink(blue));
+        return formats;
+    case ElementKind::Unfinished:
+        formats.Element.setUnderlineStyle(QTextCharFormat::DashUnderline);
+        formats.Element.setUnderlineColor(ink(red));
+        return formats;
+    case ElementKind::Sheet:
+        formats.Element.setBackground(tint(green));
+        break;
+    case ElementKind::InvalidSheet:
+        formats.Element.setBackground(tint(red));
+        formats.Element.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+        formats.Element.setUnderlineColor(ink(red));
+        break;
+    }
+    formats.SheetName.setForeground(ink(violet));
+    formats.Field.setForeground(ink(blue));
+    return formats;
+}
+
+} // namespace
+
+TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent)
+{
+    setTabChangesFocus(true); // for the keyboard; in a sheet element a tab wouldn't separate anyway
+    connect(this, &QPlainTextEdit::textChanged, this, &TooltipEdit::ReadDocument);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
+}
+
+const Element* TooltipEdit::ElementAtSelection() const
+{
+    const QTextCursor cursor = textCursor();
+    return ElementAt({cursor.selectionStart(), cursor.selectionEnd()});
+}
+
+void TooltipEdit::InsertFilterField(const QString& field)
+{
+    const Element* element = ElementAtSelection();
+    if (element == nullptr)
+        throw std::runtime_error("Put the cursor into a sheet element first.");
+    const QTextCursor selection = textCursor();
+    const Insertion insertion = InsertField(
+        m_tooltip, *element, {selection.selectionStart(), selection.selectionEnd()}, ToTString(field));
+    Apply({insertion.Change});
+    QTextCursor cursor(document());
+    cursor.setPosition(insertion.Cursor);
+    setTextCursor(cursor);
+}
+
+int TooltipEdit::RenameTargetSheet(const QString& currentName, const QString& newName)
+{
+    const auto edits = RenameSheet(m_tooltip, m_elements, ToTString(currentName), ToTString(newName));
+    Apply(edits);
+    return static_cast<int>(edits.size());
+}
+
+void TooltipEdit::Apply(const std::vector<Edit>& edits)
+{
+    QTextCursor cursor(document());
+    cursor.beginEditBlock();
+    std::for_each(edits.rbegin(), edits.rend(), [&](const Edit& edit) {
+        cursor.setPosition(edit.Replaced.Start);
+        cursor.insertText(ToQString(edit.Text));
+        // The last step is a removal, since text that is typed behind an inserted one joins its step to undo.
+        cursor.setPosition(cursor.position() + edit.Replaced.End - edit.Replaced.Start,
+                           QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    });
+    cursor.endEditBlock();
+}
+
+void TooltipEdit::ReadDocument()
+{
+    // QPlainTextEdit::toPlainText would make a space of U+00A0, and a line end of U+2028.
+    m_tooltip = ToTString(document()->toRawText().replace(QChar::ParagraphSeparator, u'\n'));
+    m_elements = FindElements(m_tooltip);
+    ColourWhatIsVisible();
+}
+
+void TooltipEdit::ColourWhatIsVisible()
+{
+    const Range visible{cursorForPosition({0, 0}).position(),
+                        cursorForPosition({viewport()->width(), viewport()->height()}).position()};
+    const QColor background = palette().color(QPalette::Base);
+    QList<QTextEdit::ExtraSelection> selections;
+    const auto add = [&](Range range, const QTextCharFormat& format) {
+        if (range.End < visible.Start || range.Start > visible.End)
+            return;
+        // Where one selection begins at the end of another of its colour, Qt may draw it as if it weren't
+        // there.
+        const bool goesOn = !selections.empty() && selections.back().format == format &&
+                            selections.back().cursor.position() == range.Start;
+        if (!goesOn) {
+            selections.append({QTextCursor(document()), format});
+            selections.back().cursor.setPosition(range.Start);
+        }
+        selections.back().cursor.setPosition(range.End, QTextCursor::KeepAnchor);
+    };
+
+    auto element = std::lower_bound(m_elements.begin(), m_elements.end(), visible.Start,
+                                    [](const Element& left, int start) { return left.Where.End < start; });
+    for (; element != m_elements.end() && element->Where.Start <= visible.End; ++element) {
+        const ElementDetails details = ReadElement(m_tooltip, *element);
+        const ElementFormats formats = FormatsOf(details.Kind, background);
+        add(element->Where, formats.Element);
+        if (details.SheetNameRange)
+            add(*details.SheetNameRange, formats.SheetName);
+        for (const Range& field : details.FieldRanges)
+            add(field, formats.Field);
+    }
+    setExtraSelections(selections);
+}
+
+const Element* TooltipEdit::ElementAt(Range range) const
+{
+    const auto endsBefore = [](const Element& element, int position) {
+        return element.Where.End < position + (element.HasEnd ? 1 : 0);
+    };
+    const auto element = std::lower_bound(m_elements.begin(), m_elements.end(), range.End, endsBefore);
+    return element != m_elements.end() && element->Where.Start < range.Start ? &*element : nullptr;
+}
+
+void TooltipEdit::keyPressEvent(QKeyEvent* event)
+{
+    if (event == QKeySequence::InsertLineSeparator) // U+2028 has no place in a text file
+        textCursor().insertBlock();
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+void TooltipEdit::resizeEvent(QResizeEvent* event)
+{
+    QPlainTextEdit::resizeEvent(event);
+    ColourWhatIsVisible();
+}
+
+bool TooltipEdit::viewportEvent(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QPlainTextEdit::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const int position = cursorForPosition(help->pos()).position();
+    const Element* element = ElementAt({position, position});
+    const std::string fault = element == nullptr ? "" : ReadElement(m_tooltip, *element).Fault;
+    QToolTip::showText(help->globalPos(), QString::fromStdString(fault), viewport());
+    return true;
+}
+
+} // namespace editor

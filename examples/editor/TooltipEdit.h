@@ -1,0 +1,49 @@
+#pragma once
+
+#include "TooltipMarkup.h"
+
+#include <QPlainTextEdit>
+
+namespace editor {
+
+/// A tooltip's text with its elements in colours, and the edits of sheet elements, each of which is one step
+/// to undo.
+///
+/// The document's text is the tooltip: a position in one is a position in the other.
+class TooltipEdit : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    explicit TooltipEdit(QWidget* parent = nullptr);
+
+    /// The text as it stands. Line ends are U+000A.
+    [[nodiscard]] const TString& Tooltip() const { return m_tooltip; }
+
+    /// The element that has both ends of the selection between its brackets, or null. Valid until the text
+    /// changes.
+    [[nodiscard]] const Element* ElementAtSelection() const;
+
+    /// Inserts the field into the sheet element at the cursor or selection. Throws `std::runtime_error` with
+    /// a message for the user where that can't be.
+    void InsertFilterField(const QString& field);
+
+    /// How many elements were changed.
+    int RenameTargetSheet(const QString& currentName, const QString& newName);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+
+private:
+    void ReadDocument();
+    void ColourWhatIsVisible();
+    void Apply(const std::vector<Edit>& edits);
+    [[nodiscard]] const Element* ElementAt(Range range) const;
+
+    TString m_tooltip;
+    std::vector<Element> m_elements;
+};
+
+} // namespace editor

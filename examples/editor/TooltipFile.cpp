@@ -1,0 +1,57 @@
+#include "TooltipFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+#include <QStringEncoder>
+
+#include <stdexcept>
+
+namespace editor {
+
+namespace {
+
+[[noreturn]] void Fail(const char* attempt, const QString& path, const QString& reason)
+{
+    throw std::runtime_error(QStringLiteral("%1 %2: %3")
+                                 .arg(QLatin1String(attempt), QDir::toNativeSeparators(path), reason)
+                                 .toStdString());
+}
+
+} // namespace
+
+QString ReadTooltipFile(const QString& path)
+{
+    constexpr qint64 sizeLimit = qint64{64} * 1024 * 1024; // of a text that a window can still lay out
+    const char* const attempt = "Cannot open";
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        Fail(attempt, path, file.errorString());
+    const QByteArray bytes = file.read(sizeLimit + 1);
+    if (file.error() != QFileDevice::NoError)
+        Fail(attempt, path, file.errorString());
+    if (bytes.size() > sizeLimit)
+        Fail(attempt, path, QStringLiteral("it is larger than 64 MiB"));
+    // Stateless: what is incomplete at the end is a fault.
+    QStringDecoder decode(QStringConverter::Utf8,
+                          QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
+    QString text = decode(bytes);
+    if (decode.hasError())
+        Fail(attempt, path, QStringLiteral("it is not UTF-8 text"));
+    return text;
+}
+
+void WriteTooltipFile(const QString& path, const QString& text)
+{
+    const char* const attempt = "Cannot save";
+    QStringEncoder encode(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    const QByteArray bytes = encode(text);
+    if (encode.hasError())
+        Fail(attempt, path, QStringLiteral("the text holds half a surrogate pair"));
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        Fail(attempt, path, file.errorString());
+}
+
+} // namespace editor
