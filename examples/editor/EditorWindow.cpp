@@ -29,6 +29,19 @@ namespace editor {
 
 using namespace corvanemarkup;
 
+namespace {
+
+/// Adds the widget below its title, whose underlined letter leads to it.
+void AddTitled(QBoxLayout* layout, const QString& title, QWidget* widget, int stretch)
+{
+    auto* label = new QLabel(title);
+    label->setBuddy(widget);
+    layout->addWidget(label);
+    layout->addWidget(widget, stretch);
+}
+
+} // namespace
+
 EditorWindow::EditorWindow(QStringList fields, QWidget* parent)
     : QMainWindow(parent), m_fields(std::move(fields)), m_edit(new TooltipEdit), m_sheets(new QTreeWidget),
       m_changes(new QListWidget), m_fieldName(new QLineEdit), m_fieldList(new QListWidget),
@@ -36,8 +49,10 @@ EditorWindow::EditorWindow(QStringList fields, QWidget* parent)
 {
     m_edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
+    auto* text = new QWidget;
+    AddTitled(new QVBoxLayout(text), tr("&Tooltip"), m_edit, 1);
     auto* splitter = new QSplitter;
-    splitter->addWidget(m_edit);
+    splitter->addWidget(text);
     splitter->addWidget(MakePanel());
     splitter->setStretchFactor(0, 1);
     setCentralWidget(splitter);
@@ -70,19 +85,13 @@ QWidget* EditorWindow::MakePanel()
 {
     auto* panel = new QWidget;
     auto* layout = new QVBoxLayout(panel);
-    const auto add = [&](const QString& title, QWidget* widget, int stretch) {
-        auto* label = new QLabel(title);
-        label->setBuddy(widget);
-        layout->addWidget(label);
-        layout->addWidget(widget, stretch);
-    };
     m_sheets->setHeaderHidden(true);
     m_sheets->setUniformRowHeights(true);
     m_fieldList->setUniformItemSizes(true);
     m_sheets->setEditTriggers(QAbstractItemView::DoubleClicked);
-    add(tr("S&heets and their filter fields (F2 renames)"), m_sheets, 3);
-    add(tr("Filters &changed since it was opened or saved"), m_changes, 1);
-    add(tr("F&ield to insert into the filter"), m_fieldName, 0);
+    AddTitled(layout, tr("S&heets and their filter fields (F2 renames)"), m_sheets, 3);
+    AddTitled(layout, tr("Filters &changed since it was opened or saved"), m_changes, 1);
+    AddTitled(layout, tr("F&ield to insert into the filter"), m_fieldName, 0);
     m_fieldName->setPlaceholderText(tr("Another field, then Enter"));
     layout->addWidget(m_fieldList, 2);
     return panel;
@@ -135,6 +144,7 @@ void EditorWindow::SetText(const QString& text, const QString& path)
     const QString carriageReturnLineFeed = QStringLiteral("\r\n");
     m_lineEnd = text.contains(carriageReturnLineFeed) ? carriageReturnLineFeed : QStringLiteral("\n");
     m_edit->setPlainText(text);
+    m_edit->setFocus();
     TakeAsSaved(path);
     if (ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd) != text) {
         m_edit->document()->setModified();
@@ -193,6 +203,7 @@ void EditorWindow::TakeAsSaved(const QString& path)
     m_path = path;
     m_savedTooltip = m_edit->Tooltip();
     m_edit->document()->setModified(false);
+    setWindowModified(false); // an empty text set anew tells that it was modified, and not that it isn't
     setWindowFilePath(path.isEmpty() ? tr("Untitled") : path);
     UpdatePanel();
 }
@@ -312,7 +323,7 @@ void EditorWindow::FinishRename(QTreeWidgetItem* item)
     }
     item->setData(0, Qt::UserRole, newName);
     const int count = m_edit->RenameTargetSheet(currentName, newName);
-    statusBar()->showMessage(tr("%1 elements changed").arg(count), 5000);
+    statusBar()->showMessage(tr("Elements changed: %1").arg(count), 5000);
 }
 
 void EditorWindow::Warn(const QString& message)

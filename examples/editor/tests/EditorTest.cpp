@@ -115,6 +115,7 @@ private slots:
 
     void WhatIsTypedIsToldInThePanel()
     {
+        QVERIFY(!m_window->isWindowModified());
         Type("a <b> <Sheet name=\"S\" filter=\"<x>,<y>\"> <Sheet name=\"T\" filter=\"\"");
         QCOMPARE(Panel(), QStringLiteral("/S x y"));
         Type("> <Sheet name=\"U\">");
