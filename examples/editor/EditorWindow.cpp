@@ -7,16 +7,15 @@
 #include <corvanemarkup/VizInTooltip.h>
 
 #include <QAction>
-#include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFontDatabase>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QMessageBox>
-#include <QSignalBlocker>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTreeWidget>
@@ -69,16 +68,11 @@ EditorWindow::EditorWindow(QStringList fields, QWidget* parent)
     connect(m_edit, &TooltipEdit::textChanged, this, &EditorWindow::ShowPlace);
     connect(m_edit, &TooltipEdit::cursorPositionChanged, this, &EditorWindow::ShowPlace);
     connect(m_edit->document(), &QTextDocument::modificationChanged, this, &QWidget::setWindowModified);
-    connect(m_sheets, &QTreeWidget::itemChanged, this, &EditorWindow::FinishRename);
+    connect(m_sheets, &QTreeWidget::itemActivated, this, &EditorWindow::RenameSheet);
     connect(m_fieldList, &QListWidget::itemActivated, this,
             [this](const QListWidgetItem* item) { InsertField(item->text()); });
     connect(m_fieldName, &QLineEdit::returnPressed, this, [this] { InsertField(m_fieldName->text()); });
     SetText({}, {});
-}
-
-EditorWindow::~EditorWindow()
-{
-    m_sheets->disconnect(this); // an open editor of a name is committed while the window goes
 }
 
 QWidget* EditorWindow::MakePanel()
@@ -87,8 +81,8 @@ QWidget* EditorWindow::MakePanel()
     auto* layout = new QVBoxLayout(panel);
     m_sheets->setHeaderHidden(true);
     m_sheets->setUniformRowHeights(true);
+    m_sheets->setExpandsOnDoubleClick(false); // it renames
     m_fieldList->setUniformItemSizes(true);
-    m_sheets->setEditTriggers(QAbstractItemView::DoubleClicked);
     AddTitled(layout, tr("S&heets and their filter fields (F2 renames)"), m_sheets, 3);
     AddTitled(layout, tr("Filters &changed since it was opened or saved"), m_changes, 1);
     AddTitled(layout, tr("F&ield to insert into the filter"), m_fieldName, 0);
@@ -125,7 +119,7 @@ void EditorWindow::MakeMenus()
     edit->addSeparator();
     edit->addAction(tr("&Insert Field"), QKeySequence(tr("Ctrl+I")), this,
                     [this] { m_fieldList->setFocus(Qt::ShortcutFocusReason); });
-    edit->addAction(tr("Rename &Sheet"), QKeySequence(tr("F2")), this, &EditorWindow::BeginRename);
+    edit->addAction(tr("Rename &Sheet..."), QKeySequence(tr("F2")), this, &EditorWindow::RenameSheet);
 }
 
 bool EditorWindow::Open(const QString& path)
@@ -152,15 +146,8 @@ void EditorWindow::SetText(const QString& text, const QString& path)
     }
 }
 
-void EditorWindow::CommitRename()
-{
-    if (m_sheets->isAncestorOf(QApplication::focusWidget()))
-        m_sheets->setFocus();
-}
-
 bool EditorWindow::MayLoseChanges()
 {
-    CommitRename();
     if (!isWindowModified())
         return true;
     switch (QMessageBox::question(this, {}, tr("Save the changes to this tooltip?"),
@@ -187,7 +174,6 @@ bool EditorWindow::SaveAs()
 
 bool EditorWindow::Write(const QString& path)
 {
-    CommitRename();
     try {
         WriteTooltipFile(path, ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd));
     } catch (const std::runtime_error& error) {
@@ -233,13 +219,10 @@ void EditorWindow::UpdatePanel()
 
 void EditorWindow::ShowSheets()
 {
-    const QSignalBlocker isNoRename(m_sheets);
     const QString current = m_sheets->currentItem() == nullptr ? QString() : m_sheets->currentItem()->text(0);
     m_sheets->clear();
     for (const auto& [sheet, fields] : m_shownSheets) {
         auto* item = new QTreeWidgetItem(m_sheets, {ToQString(sheet)});
-        item->setFlags(item->flags() | Qt::ItemIsEditable);
-        item->setData(0, Qt::UserRole, item->text(0));
         for (const TString& field : fields)
             new QTreeWidgetItem(item, {ToQString(field)});
         if (fields.empty())
@@ -291,38 +274,22 @@ void EditorWindow::InsertField(const QString& field)
     }
 }
 
-void EditorWindow::BeginRename()
+void EditorWindow::RenameSheet()
 {
-    UpdatePanel(); // while a name is edited, it must stay
-    const Element* element = m_edit->hasFocus() ? m_edit->ElementAtSelection() : nullptr;
-    QTreeWidgetItem* item = m_sheets->currentItem();
-    if (item != nullptr && item->parent() != nullptr)
-        item = item->parent();
-    if (element != nullptr) {
-        const QString name = ToQString(ReadElement(m_edit->Tooltip(), *element).SheetName);
-        item = m_sheets->findItems(name, Qt::MatchFixedString | Qt::MatchCaseSensitive).value(0, item);
-    }
-    if (item == nullptr) {
-        statusBar()->showMessage(tr("Put the cursor into a sheet element first."), 5000);
+    QString sheet;
+    if (const QTreeWidgetItem* item = m_sheets->hasFocus() ? m_sheets->currentItem() : nullptr)
+        sheet = (item->parent() == nullptr ? item : item->parent())->text(0);
+    else if (const Element* element = m_edit->ElementAtSelection())
+        sheet = ToQString(ReadElement(m_edit->Tooltip(), *element).SheetName);
+    if (sheet.isEmpty()) {
+        statusBar()->showMessage(tr("Put the cursor into a sheet element first, or pick a sheet."), 5000);
         return;
     }
-    m_sheets->setCurrentItem(item);
-    m_sheets->setFocus();
-    m_sheets->editItem(item);
-}
-
-void EditorWindow::FinishRename(QTreeWidgetItem* item)
-{
-    const QSignalBlocker isNoRename(m_sheets);
-    const QString currentName = item->data(0, Qt::UserRole).toString();
-    const QString newName = item->text(0);
-    if (newName.isEmpty()) {
-        item->setText(0, currentName);
-        statusBar()->showMessage(tr("A sheet needs a name."), 5000);
+    const QString newName =
+        QInputDialog::getText(this, {}, tr("New name of the sheet"), QLineEdit::Normal, sheet);
+    if (newName.isEmpty() || newName == sheet)
         return;
-    }
-    item->setData(0, Qt::UserRole, newName);
-    const int count = m_edit->RenameTargetSheet(currentName, newName);
+    const int count = m_edit->RenameTargetSheet(sheet, newName);
     statusBar()->showMessage(tr("Elements changed: %1").arg(count), 5000);
 }
 

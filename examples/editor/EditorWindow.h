@@ -12,7 +12,6 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace editor {
 
@@ -27,7 +26,6 @@ public:
     /// `fields` are those of the host's data. The list shows them beside those that the tooltip has in its
     /// filters.
     explicit EditorWindow(QStringList fields, QWidget* parent = nullptr);
-    ~EditorWindow() override;
 
     /// False if the file can't be read; the user has been told then, and the window is as it was. Asks
     /// nothing.
@@ -53,9 +51,7 @@ private:
     void ShowFields();
     void ShowPlace();
     void InsertField(const QString& field);
-    void BeginRename();
-    void CommitRename();
-    void FinishRename(QTreeWidgetItem* item);
+    void RenameSheet();
     void Warn(const QString& message);
 
     QStringList m_fields;

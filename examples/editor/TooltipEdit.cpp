@@ -33,25 +33,24 @@ ElementFormats FormatsOf(ElementKind kind, const QColor& background)
     constexpr int red = 0;
     constexpr int violet = 285;
     ElementFormats formats;
+    formats.Element.setUnderlineColor(ink(red));
+    formats.SheetName.setForeground(ink(violet));
+    formats.Field.setForeground(ink(blue));
     switch (kind) {
     case ElementKind::Plain:
         formats.Element.setForeground(ink(blue));
-        return formats;
+        break;
     case ElementKind::Unfinished:
         formats.Element.setUnderlineStyle(QTextCharFormat::DashUnderline);
-        formats.Element.setUnderlineColor(ink(red));
-        return formats;
+        break;
     case ElementKind::Sheet:
         formats.Element.setBackground(tint(green));
         break;
     case ElementKind::InvalidSheet:
         formats.Element.setBackground(tint(red));
         formats.Element.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-        formats.Element.setUnderlineColor(ink(red));
         break;
     }
-    formats.SheetName.setForeground(ink(violet));
-    formats.Field.setForeground(ink(blue));
     return formats;
 }
 
