@@ -142,7 +142,8 @@ void EditorWindow::SetText(const QString& text, const QString& path)
     TakeAsSaved(path);
     if (ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd) != text) {
         m_edit->document()->setModified();
-        Warn(tr("This file has line ends of several kinds. Saving it makes them all the same."));
+        Warn(tr("This file has line ends of several kinds, or characters that count as line ends here. "
+                "Saving makes them all the same."));
     }
 }
 
@@ -219,7 +220,7 @@ void EditorWindow::UpdatePanel()
 
 void EditorWindow::ShowSheets()
 {
-    const QString current = m_sheets->currentItem() == nullptr ? QString() : m_sheets->currentItem()->text(0);
+    const QString current = CurrentSheet();
     m_sheets->clear();
     for (const auto& [sheet, fields] : m_shownSheets) {
         auto* item = new QTreeWidgetItem(m_sheets, {ToQString(sheet)});
@@ -231,6 +232,14 @@ void EditorWindow::ShowSheets()
             m_sheets->setCurrentItem(item);
     }
     m_sheets->expandAll();
+}
+
+QString EditorWindow::CurrentSheet() const
+{
+    const QTreeWidgetItem* item = m_sheets->currentItem();
+    if (item == nullptr)
+        return {};
+    return (item->parent() == nullptr ? item : item->parent())->text(0);
 }
 
 void EditorWindow::ShowFields()
@@ -277,8 +286,8 @@ void EditorWindow::InsertField(const QString& field)
 void EditorWindow::RenameSheet()
 {
     QString sheet;
-    if (const QTreeWidgetItem* item = m_sheets->hasFocus() ? m_sheets->currentItem() : nullptr)
-        sheet = (item->parent() == nullptr ? item : item->parent())->text(0);
+    if (m_sheets->hasFocus())
+        sheet = CurrentSheet();
     else if (const Element* element = m_edit->ElementAtSelection())
         sheet = ToQString(ReadElement(m_edit->Tooltip(), *element).SheetName);
     if (sheet.isEmpty()) {
@@ -291,6 +300,9 @@ void EditorWindow::RenameSheet()
         return;
     const int count = m_edit->RenameTargetSheet(sheet, newName);
     statusBar()->showMessage(tr("Elements changed: %1").arg(count), 5000);
+    UpdatePanel();
+    const auto items = m_sheets->findItems(newName, Qt::MatchFixedString | Qt::MatchCaseSensitive);
+    m_sheets->setCurrentItem(items.value(0));
 }
 
 void EditorWindow::Warn(const QString& message)

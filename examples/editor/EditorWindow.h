@@ -48,6 +48,7 @@ private:
 
     void UpdatePanel();
     void ShowSheets();
+    [[nodiscard]] QString CurrentSheet() const; ///< in the panel; empty if there is none
     void ShowFields();
     void ShowPlace();
     void InsertField(const QString& field);

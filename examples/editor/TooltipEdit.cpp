@@ -4,6 +4,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QToolTip>
 
@@ -54,6 +55,18 @@ ElementFormats FormatsOf(ElementKind kind, const QColor& background)
     return formats;
 }
 
+/// With U+000A for each line end. Qt's plain text would have a space for U+00A0, and a line end for U+2028.
+TString TextOf(const QTextDocument& document)
+{
+    return ToTString(document.toRawText().replace(QChar::ParagraphSeparator, u'\n'));
+}
+
+/// `name` as a document holds it, which has but one kind of line end.
+TString AsInDocument(const QString& name)
+{
+    return TextOf(QTextDocument(name));
+}
+
 } // namespace
 
 TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent)
@@ -77,7 +90,7 @@ void TooltipEdit::InsertFilterField(const QString& field)
         throw std::runtime_error("Put the cursor into a sheet element first.");
     const QTextCursor selection = textCursor();
     const Insertion insertion = InsertField(
-        m_tooltip, *element, {selection.selectionStart(), selection.selectionEnd()}, ToTString(field));
+        m_tooltip, *element, {selection.selectionStart(), selection.selectionEnd()}, AsInDocument(field));
     Apply({insertion.Change});
     QTextCursor cursor(document());
     cursor.setPosition(insertion.Cursor);
@@ -86,7 +99,7 @@ void TooltipEdit::InsertFilterField(const QString& field)
 
 int TooltipEdit::RenameTargetSheet(const QString& currentName, const QString& newName)
 {
-    const auto edits = RenameSheet(m_tooltip, m_elements, ToTString(currentName), ToTString(newName));
+    const auto edits = RenameSheet(m_tooltip, m_elements, ToTString(currentName), AsInDocument(newName));
     Apply(edits);
     return static_cast<int>(edits.size());
 }
@@ -96,11 +109,13 @@ void TooltipEdit::Apply(const std::vector<Edit>& edits)
     QTextCursor cursor(document());
     cursor.beginEditBlock();
     std::for_each(edits.rbegin(), edits.rend(), [&](const Edit& edit) {
+        const int length = edit.Replaced.End - edit.Replaced.Start;
+        if (m_tooltip.mid(edit.Replaced.Start, length) == edit.Text)
+            return;
         cursor.setPosition(edit.Replaced.Start);
         cursor.insertText(ToQString(edit.Text));
         // The last step is a removal, since text that is typed behind an inserted one joins its step to undo.
-        cursor.setPosition(cursor.position() + edit.Replaced.End - edit.Replaced.Start,
-                           QTextCursor::KeepAnchor);
+        cursor.setPosition(cursor.position() + length, QTextCursor::KeepAnchor);
         cursor.removeSelectedText();
     });
     cursor.endEditBlock();
@@ -108,8 +123,7 @@ void TooltipEdit::Apply(const std::vector<Edit>& edits)
 
 void TooltipEdit::ReadDocument()
 {
-    // QPlainTextEdit::toPlainText would make a space of U+00A0, and a line end of U+2028.
-    m_tooltip = ToTString(document()->toRawText().replace(QChar::ParagraphSeparator, u'\n'));
+    m_tooltip = TextOf(*document());
     m_elements = FindElements(m_tooltip);
     ColourWhatIsVisible();
 }
@@ -159,10 +173,19 @@ const Element* TooltipEdit::ElementAt(Range range) const
 
 void TooltipEdit::keyPressEvent(QKeyEvent* event)
 {
-    if (event == QKeySequence::InsertLineSeparator) // U+2028 has no place in a text file
+    if (event == QKeySequence::InsertLineSeparator) { // U+2028 has no place in a text file
         textCursor().insertBlock();
-    else
+        ensureCursorVisible();
+    } else {
         QPlainTextEdit::keyPressEvent(event);
+    }
+}
+
+QMimeData* TooltipEdit::createMimeDataFromSelection() const
+{
+    auto* copied = new QMimeData;
+    copied->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
+    return copied;
 }
 
 void TooltipEdit::resizeEvent(QResizeEvent* event)

@@ -32,6 +32,7 @@ public:
     int RenameTargetSheet(const QString& currentName, const QString& newName);
 
 protected:
+    [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool viewportEvent(QEvent* event) override;

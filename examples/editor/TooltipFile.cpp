@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
 #include <QStringEncoder>
@@ -19,12 +20,21 @@ namespace {
                                  .toStdString());
 }
 
+/// A pipe could block the window, and a device would be replaced by a file.
+void ExpectRegularFile(const char* attempt, const QString& path)
+{
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile())
+        Fail(attempt, path, QStringLiteral("it is not a regular file"));
+}
+
 } // namespace
 
 QString ReadTooltipFile(const QString& path)
 {
     constexpr qint64 sizeLimit = qint64{64} * 1024 * 1024; // of a text that a window can still lay out
     const char* const attempt = "Cannot open";
+    ExpectRegularFile(attempt, path);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         Fail(attempt, path, file.errorString());
@@ -49,6 +59,7 @@ void WriteTooltipFile(const QString& path, const QString& text)
     const QByteArray bytes = encode(text);
     if (encode.hasError())
         Fail(attempt, path, QStringLiteral("the text holds half a surrogate pair"));
+    ExpectRegularFile(attempt, path);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
         Fail(attempt, path, file.errorString());

@@ -7,12 +7,14 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QInputDialog>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include <memory>
@@ -88,7 +90,7 @@ class EditorTest : public QObject
     static void Type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QLatin1String(text)); }
     static void Insert(const char* field)
     {
-        Press(Qt::Key_I, Qt::ControlModifier);
+        Press(Qt::Key_I, Qt::AltModifier);
         Type(field);
         Press(Qt::Key_Return);
     }
@@ -130,6 +132,40 @@ private slots:
         QCOMPARE(Panel(), QStringLiteral("/S x y/T (no fields)/U All Fields"));
     }
 
+    void ElementsHaveTheirColours()
+    {
+        m_edit->setPlainText(
+            QStringLiteral("<b> <Sheet name=\"\"\"N\" filter=\"<\"\"x>,<y>\"><Sheet name=\"\"> <c <d> <"));
+        QString shown;
+        for (const auto& selection : m_edit->extraSelections()) {
+            const QTextCharFormat& format = selection.format;
+            const int hue =
+                (format.hasProperty(QTextFormat::BackgroundBrush) ? format.background() : format.foreground())
+                    .color()
+                    .hslHue();
+            // the text, the hue of its ground or else of its ink, and the underline
+            shown += QStringLiteral("%1 %2 %3|")
+                         .arg(selection.cursor.selectedText())
+                         .arg(hue)
+                         .arg(format.underlineStyle());
+        }
+        QCOMPARE(
+            shown,
+            QStringLiteral(
+                R"(<b> 215 0|<Sheet name="""N" filter="<""x>,<y>"> 130 0|""N 285 0|<""x> 215 0|<y> 215 0|)"
+                R"(<Sheet name=""> 0 6|<c  -1 2|<d> 215 0|< -1 2|)"));
+        const auto hover = [this](int position) {
+            QTextCursor cursor(m_edit->document());
+            cursor.setPosition(position);
+            const QPoint point = m_edit->cursorRect(cursor).center();
+            QHelpEvent event(QEvent::ToolTip, point, m_edit->viewport()->mapToGlobal(point));
+            QApplication::sendEvent(m_edit->viewport(), &event);
+            return QToolTip::text();
+        };
+        QCOMPARE(hover(10), QString());
+        QCOMPARE(hover(50), QStringLiteral("The name of the sheet is missing."));
+    }
+
     void FieldsGoWhereTheLibrarySays_data()
     {
         QTest::addColumn<QString>("before");
@@ -150,9 +186,10 @@ private slots:
         row("lines", "<b>\n<Sheet name=\"a\nb\" filter=\"<^x>\">", "Year",
             "<b>\n<Sheet name=\"a\nb\" filter=\"<Year>\"^>");
         for (const char* text :
-             {"<Region>^", "<Re^gion>", "<Sheet name=^>", "<Sheet name=\"a\n^", "<Sheet tip=\"^\">",
+             {"<Sheet name=\"S\">^", "<Re^gion>", "<Sheet name=^>", "<Sheet name=\"a\n^", "<Sheet tip=\"^\">",
               "<Sheet \"a=\"^\" name=\"b\">", "<^b> <Sheet name=\"^S\">"})
             row(text, text, "Year", nullptr);
+        row("brackets", R"(<Sheet name="^S">)", "a>b", nullptr);
     }
     void FieldsGoWhereTheLibrarySays()
     {
@@ -172,7 +209,10 @@ private slots:
         const auto original =
             QStringLiteral(R"(<Sheet name="S" filter="<x>"> <Sheet  name="T"> <Sheet filter="" name="S">)");
         Open(QString(original).insert(26, u'^'));
-        Insert("Year");
+        Press(Qt::Key_I, Qt::ControlModifier);
+        Type("Year");
+        Press(Qt::Key_Return);
+        Insert("Year"); // in its own place, which is no step
         Type(" ");
         InNext<QInputDialog>([](QInputDialog& dialog) {
             QCOMPARE(dialog.textValue(), QStringLiteral("S"));
@@ -214,13 +254,19 @@ private slots:
             Press(Qt::Key_S, Qt::ControlModifier);
             QCOMPARE(Written(), bytes + '!');
         }
+        m_edit->setPlainText(QStringLiteral("<a\u00A0b>\n\u2028"));
+        for (const Qt::Key key : {Qt::Key_A, Qt::Key_X, Qt::Key_V, Qt::Key_S})
+            Press(key, Qt::ControlModifier);
+        QCOMPARE(Written(), "<a\xC2\xA0"
+                            "b>\n\xE2\x80\xA8");
+        const QByteArray saved = Written();
         const QString lone(QChar(0xD800));
         QCOMPARE(ToQString(ToTString(lone)), lone);
         m_edit->insertPlainText(lone);
         Answer(QMessageBox::Ok);
         Press(Qt::Key_S, Qt::ControlModifier);
         QVERIFY2(m_asked.contains(QStringLiteral("surrogate")), qPrintable(m_asked));
-        QCOMPARE(Written(), "!");
+        QCOMPARE(Written(), saved);
     }
 
     void WhatCannotBeReadIsTold()
@@ -244,8 +290,14 @@ private slots:
     {
         Open(QStringLiteral("<Sheet name=\"^S\">"));
         Type("x");
-        Answer(QMessageBox::Cancel);
-        QVERIFY(!m_window->close());
+        for (const Qt::Key key : {Qt::Key_N, Qt::Key_O, Qt::Key_Q}) {
+            Answer(QMessageBox::Cancel);
+            Press(key, Qt::ControlModifier);
+            QVERIFY(!m_asked.isEmpty());
+            Show();
+        }
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(Text(), QStringLiteral("<Sheet name=\"xS\">"));
         QCOMPARE(Written(), "<Sheet name=\"S\">");
         Answer(QMessageBox::Save);
         QVERIFY(m_window->close());
