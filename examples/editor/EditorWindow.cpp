@@ -250,11 +250,11 @@ void EditorWindow::ShowFields()
     names.removeDuplicates();
     if (names == m_shownFields)
         return;
+    const QString current = m_shownFields.value(m_fieldList->currentRow());
     m_shownFields = names;
-    const int row = m_fieldList->currentRow();
     m_fieldList->clear();
     m_fieldList->addItems(names);
-    m_fieldList->setCurrentRow(std::max(row, 0));
+    m_fieldList->setCurrentRow(std::max(static_cast<int>(names.indexOf(current)), 0));
 }
 
 void EditorWindow::ShowPlace()
@@ -286,12 +286,16 @@ void EditorWindow::InsertField(const QString& field)
 void EditorWindow::RenameSheet()
 {
     QString sheet;
-    if (m_sheets->hasFocus())
+    if (m_sheets->hasFocus()) {
         sheet = CurrentSheet();
-    else if (const Element* element = m_edit->ElementAtSelection())
-        sheet = ToQString(ReadElement(m_edit->Tooltip(), *element).SheetName);
+    } else if (const Element* element = m_edit->ElementAtSelection()) {
+        const ElementDetails details = ReadElement(m_edit->Tooltip(), *element);
+        if (details.Kind == ElementKind::Sheet)
+            sheet = ToQString(details.SheetName);
+    }
     if (sheet.isEmpty()) {
-        statusBar()->showMessage(tr("Put the cursor into a sheet element first, or pick a sheet."), 5000);
+        statusBar()->showMessage(tr("Put the cursor into a valid sheet element first, or pick a sheet."),
+                                 5000);
         return;
     }
     const QString newName =

@@ -71,7 +71,9 @@ TString AsInDocument(const QString& name)
 
 TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent)
 {
-    setTabChangesFocus(true); // for the keyboard; in a sheet element a tab wouldn't separate anyway
+    setWordWrapMode(
+        QTextOption::WrapAnywhere); // the others take quadratic time on a long line without spaces
+    setTabChangesFocus(true);       // for the keyboard; in a sheet element a tab wouldn't separate anyway
     connect(this, &QPlainTextEdit::textChanged, this, &TooltipEdit::ReadDocument);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
@@ -106,7 +108,7 @@ int TooltipEdit::RenameTargetSheet(const QString& currentName, const QString& ne
 
 void TooltipEdit::Apply(const std::vector<Edit>& edits)
 {
-    QTextCursor cursor(document());
+    QTextCursor cursor = textCursor(); // to which undoing goes back
     cursor.beginEditBlock();
     std::for_each(edits.rbegin(), edits.rend(), [&](const Edit& edit) {
         const int length = edit.Replaced.End - edit.Replaced.Start;
@@ -130,6 +132,8 @@ void TooltipEdit::ReadDocument()
 
 void TooltipEdit::ColourWhatIsVisible()
 {
+    if (document()->characterCount() != m_tooltip.length() + 1)
+        return; // in the middle of a change
     const Range visible{cursorForPosition({0, 0}).position(),
                         cursorForPosition({viewport()->width(), viewport()->height()}).position()};
     const QColor background = palette().color(QPalette::Base);
@@ -186,6 +190,13 @@ QMimeData* TooltipEdit::createMimeDataFromSelection() const
     auto* copied = new QMimeData;
     copied->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
     return copied;
+}
+
+void TooltipEdit::changeEvent(QEvent* event)
+{
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        ColourWhatIsVisible();
 }
 
 void TooltipEdit::resizeEvent(QResizeEvent* event)

@@ -33,6 +33,7 @@ public:
 
 protected:
     [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool viewportEvent(QEvent* event) override;

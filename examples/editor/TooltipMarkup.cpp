@@ -161,7 +161,7 @@ Insertion InsertField(const TString& tooltip, const Element& element, Range sele
     if (!element.HasEnd || !VizInTooltipProperties::FromMarkupText(content))
         throw std::runtime_error("This element can't be read as a sheet element.");
     if (!IsFieldThatReadsBack(field))
-        throw std::runtime_error("A field needs a name, and no single < or > in it.");
+        throw std::runtime_error("A field of this name can't stand between < and >.");
     const int contentStart = element.Where.Start + 1;
     CorvaneCharRange range{selection.Start - contentStart, selection.End - contentStart};
     if (const auto value = FindFilterValue(content))

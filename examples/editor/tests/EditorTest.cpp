@@ -100,7 +100,10 @@ class EditorTest : public QObject
     void InNext(Act act)
     {
         QTimer::singleShot(0, this, [act] {
-            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+            QWidget* const modal = QApplication::activeModalWidget();
+            auto* dialog = qobject_cast<Dialog*>(modal);
+            if (dialog == nullptr && modal != nullptr)
+                modal->close();
             QVERIFY(dialog != nullptr);
             act(*dialog);
         });
@@ -234,7 +237,7 @@ private slots:
                      R"(<Sheet name="S" filter="<Year>" > <Sheet  name="T"> <Sheet filter="" name="S">)"));
         QCOMPARE(steps[1],
                  QString(steps[0]).remove(QStringLiteral("\" >")).insert(30, QStringLiteral("\">")));
-        QCOMPARE(steps[2], original);
+        QCOMPARE(Marked(), QString(original).insert(26, u'^'));
         QVERIFY(!m_window->isWindowModified());
         for (int i = 0; i < 2; ++i)
             Press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
