@@ -1,9 +1,9 @@
 /// The editor as its user meets it: keys go in, and the text, the panel and the file are looked at. In a
 /// text, `^` stands for the cursor, or for each end of the selection.
 
-#include "../EditorWindow.h"
-#include "../QtText.h"
-#include "../TooltipEdit.h"
+#include "EditorWindow.h"
+#include "QtText.h"
+#include "TooltipEdit.h"
 
 #include <QAbstractButton>
 #include <QApplication>
