@@ -109,6 +109,11 @@ inline void ExpectLawsOfEditing(const corvanemarkup::MarkupText& text, corvanema
 
     const auto element = VizInTooltipProperties::FromMarkupText(edited.NewMarkupText);
     ASSERT_TRUE(element) << "the new text is a sheet element";
+    const int cursor = edited.NewCursorPosition;
+    ASSERT_EQ(FindFilterAttributeToken(edited.NewMarkupText)->end, cursor);
+    ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
+    ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
+
     std::vector<TString> expected = VizInTooltipProperties::FromMarkupText(text)->GetFilterFields();
     // A field that restarted among protecting quotes may hold brackets that nothing protects in its own text.
     for (const TString& written : expected) {
@@ -132,11 +137,6 @@ inline void ExpectLawsOfEditing(const corvanemarkup::MarkupText& text, corvanema
     else
         erase(all);
     ASSERT_EQ(Show(element->GetFilterFields()), Show(expected));
-
-    const int cursor = edited.NewCursorPosition;
-    ASSERT_EQ(FindFilterAttributeToken(edited.NewMarkupText)->end, cursor);
-    ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
-    ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
 
     const auto once = edit(edited.NewMarkupText, {cursor, cursor});
     ASSERT_EQ(Show(edit(once.NewMarkupText, {cursor, cursor})), Show(once))

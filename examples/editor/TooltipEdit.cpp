@@ -71,9 +71,10 @@ TString AsInDocument(const QString& name)
 
 TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent)
 {
-    setWordWrapMode(
-        QTextOption::WrapAnywhere); // the others take quadratic time on a long line without spaces
-    setTabChangesFocus(true);       // for the keyboard; in a sheet element a tab wouldn't separate anyway
+    // The other modes take quadratic time on a long line without spaces.
+    setWordWrapMode(QTextOption::WrapAnywhere);
+    // For the keyboard; in a sheet element a tab wouldn't separate anyway.
+    setTabChangesFocus(true);
     connect(this, &QPlainTextEdit::textChanged, this, &TooltipEdit::ReadDocument);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
