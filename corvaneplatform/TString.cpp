@@ -2,27 +2,25 @@
 
 #include <charconv>
 #include <climits>
+#include <cstdint>
 #include <stdexcept>
 #include <string_view>
 
 namespace {
 
-constexpr std::size_t LongestText = INT_MAX;
-
-std::size_t CheckedLength(std::size_t length)
+/// The longest text that there can be: what `int` counts, or what the string holds if that is less, as it is
+/// where `std::size_t` has 32 bits.
+std::size_t LongestText()
 {
-    if (length > LongestText)
-        throw std::length_error("TString: a text longer than INT_MAX code units");
-    return length;
+    return std::min<std::size_t>(INT_MAX, std::u16string().max_size());
 }
 
-/// The length of a text of `length` units in which `count` stretches of `before` units become `after` units
-/// long.
-std::size_t CheckedLengthAfterReplacing(std::size_t length, std::size_t count, std::size_t before,
-                                        std::size_t after)
+/// Asked before memory is. The length comes in 64 bits, which sums and products of lengths fit.
+std::size_t CheckedLength(std::uint64_t length)
 {
-    // Each factor is at most INT_MAX, so that the product fits 64 bits.
-    return CheckedLength(length - count * before + count * after);
+    if (length > LongestText())
+        throw std::length_error("TString: a text that is too long");
+    return static_cast<std::size_t>(length);
 }
 
 constexpr bool IsWhiteSpace(char16_t unit)
@@ -52,8 +50,6 @@ int ToIndex(std::size_t found)
 }
 
 } // namespace
-
-static_assert(sizeof(std::size_t) >= 8, "sums and products of lengths are taken in std::size_t");
 
 std::size_t TString::LengthUpToZero(const char16_t* text)
 {
@@ -97,9 +93,17 @@ int TString::compare(const TString& other, CaseSensitivity sensitivity) const no
     return ToLowerAscii(*difference.first) < ToLowerAscii(*difference.second) ? -1 : 1;
 }
 
+TString TString::JoinedWith(const char16_t* units, std::size_t count) const
+{
+    std::u16string text;
+    text.reserve(CheckedLength(std::uint64_t(m_text.size()) + count));
+    text.append(m_text).append(units, count);
+    return TString(std::move(text));
+}
+
 void TString::Append(const char16_t* units, std::size_t count)
 {
-    m_text.reserve(CheckedLength(m_text.size() + count));
+    m_text.reserve(CheckedLength(std::uint64_t(m_text.size()) + count));
     m_text.append(units, count);
 }
 
@@ -137,8 +141,8 @@ TString& TString::replace(const TString& before, const TString& after, CaseSensi
         return *this;
 
     std::u16string result;
-    result.reserve(
-        CheckedLengthAfterReplacing(m_text.size(), count, before.m_text.size(), after.m_text.size()));
+    const std::uint64_t kept = m_text.size() - count * before.m_text.size();
+    result.reserve(CheckedLength(kept + std::uint64_t(count) * after.m_text.size()));
     auto copied = m_text.cbegin();
     for (auto found = find(copied); found != m_text.cend(); found = find(copied)) {
         result.append(copied, found).append(after.m_text);
@@ -174,7 +178,7 @@ TString TString::join(const std::vector<TString>& items, char16_t separator)
 {
     if (items.empty())
         return TString();
-    std::size_t length = items.size() - 1;
+    std::uint64_t length = items.size() - 1;
     for (const TString& item : items)
         length += item.m_text.size();
 
@@ -191,7 +195,7 @@ TString TString::number(int value, int base, int width, char16_t fill)
     char digits[CHAR_BIT * sizeof(int) + 1]; // base 2 and a sign need the most
     const char* const end = std::to_chars(std::begin(digits), std::end(digits), value, ValidBase(base)).ptr;
     const auto digitCount = static_cast<std::size_t>(end - digits);
-    std::u16string result(std::max(Clamped(width, LongestText), digitCount) - digitCount, fill);
+    std::u16string result(std::max(Clamped(width, LongestText()), digitCount) - digitCount, fill);
     result.append(std::cbegin(digits), end);
     return TString(std::move(result));
 }

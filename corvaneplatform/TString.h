@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// The platform's text value: a sequence of UTF-16 code units that needn't be well formed.
@@ -68,15 +69,20 @@ public:
     {
         return left.m_text < right.m_text;
     }
-    friend TString operator+(TString left, const TString& right)
+    friend TString operator+(const TString& left, const TString& right)
+    {
+        return left.JoinedWith(right.constData(), right.m_text.size());
+    }
+    friend TString operator+(const TString& left, char16_t right) { return left.JoinedWith(&right, 1); }
+    friend TString operator+(TString&& left, const TString& right)
     {
         left.Append(right.constData(), right.m_text.size());
-        return left;
+        return std::move(left);
     }
-    friend TString operator+(TString left, char16_t right)
+    friend TString operator+(TString&& left, char16_t right)
     {
         left.Append(&right, 1);
-        return left;
+        return std::move(left);
     }
 
     /// Strips U+0009 to U+000D and U+0020 from both ends, in place.
@@ -111,6 +117,7 @@ private:
         return count < 0 ? LengthUpToZero(text) : static_cast<std::size_t>(count);
     }
     static std::size_t LengthUpToZero(const char16_t* text);
+    [[nodiscard]] TString JoinedWith(const char16_t* units, std::size_t count) const;
     void Append(const char16_t* units, std::size_t count);
 
     std::u16string m_text;
