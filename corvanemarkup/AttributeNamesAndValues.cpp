@@ -1,10 +1,13 @@
 #include <corvanemarkup/AttributeNamesAndValues.h>
+#include <corvanemarkup/internal/MarkupWriter.h>
 
 #include <algorithm>
 #include <functional>
 #include <set>
 
 namespace corvanemarkup {
+
+using namespace Internal;
 
 bool AttributeNamesAndValues::HasDuplicates() const
 {
@@ -40,19 +43,26 @@ AttributeNamesAndValues AttributeNamesAndValues::ReplaceOrAdd(const AttributeNam
 
 MarkupText AttributeNamesAndValues::ToMarkupText(const TString& elementName) const
 {
-    std::vector<TString> pieces;
-    pieces.reserve(m_attributes.size() + 1);
-    pieces.push_back(elementName);
+    std::uint64_t length = ViewOf(elementName).size();
     for (const AttributeNameAndValue& attribute : m_attributes)
-        pieces.push_back(VizInTooltip::Impl::MakeSheetMarkupAttributeString(attribute));
-    return MarkupText(TString::join(pieces, u' '));
+        length += 1 + WrittenLength(ViewOf(attribute.Name.GetName()), ViewOf(attribute.Value));
+
+    std::u16string text = TextWithRoomFor(length);
+    text.append(ViewOf(elementName));
+    for (const AttributeNameAndValue& attribute : m_attributes) {
+        text += u' ';
+        AppendWritten(ViewOf(attribute.Name.GetName()), ViewOf(attribute.Value), text);
+    }
+    return MarkupText(ToString(text));
 }
 
 TString VizInTooltip::Impl::MakeSheetMarkupAttributeString(const AttributeNameAndValue& attribute)
 {
-    TString escapedValue = attribute.Value;
-    escapedValue.replace(u'"', TString(u"\"\"", 2));
-    return attribute.Name.GetName() + u'=' + u'"' + escapedValue + u'"';
+    const TextView name = ViewOf(attribute.Name.GetName());
+    const TextView value = ViewOf(attribute.Value);
+    std::u16string text = TextWithRoomFor(WrittenLength(name, value));
+    AppendWritten(name, value, text);
+    return ToString(text);
 }
 
 } // namespace corvanemarkup

@@ -66,7 +66,11 @@ class CORVANEMARKUP_EXPORT AttributeNamesAndValues
 public:
     using const_iterator = std::vector<AttributeNameAndValue>::const_iterator;
 
-    explicit AttributeNamesAndValues(std::vector<AttributeNameAndValue> attributes)
+    explicit AttributeNamesAndValues(const std::vector<AttributeNameAndValue>& attributes)
+        : m_attributes(attributes)
+    {
+    }
+    explicit AttributeNamesAndValues(std::vector<AttributeNameAndValue>&& attributes) noexcept
         : m_attributes(std::move(attributes))
     {
     }

@@ -1,9 +1,8 @@
-#include <corvanemarkup/Check.h>
 #include <corvanemarkup/CorvaneMarkupTokenizer.h>
-#include <corvanemarkup/DelimiterSearch.h>
-#include <corvanemarkup/MarkupScanner.h>
-#include <corvanemarkup/SheetMarkupReader.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
+#include <corvanemarkup/internal/Check.h>
+#include <corvanemarkup/internal/DelimiterSearch.h>
+#include <corvanemarkup/internal/MarkupScanner.h>
 
 #include <bitset>
 
@@ -13,15 +12,11 @@ using namespace Internal;
 
 int CorvaneMarkupTokenizer::FindNextMarkupElement(int offset)
 {
-    const TextView text = ViewOf(m_text);
-    const std::size_t start = FindNotEscaped<u'<'>(text, FromOffset(offset));
-    if (start == NotFound) {
-        m_offset = -1; // and the start as it was
-        return -1;
-    }
-    const ElementBounds element = FindEndOfElement(text, start, start + 1, IsSheetMarkup(text, start + 1));
+    const ElementBounds element = FindElement(ViewOf(m_text), FromOffset(offset));
     m_offset = ToOffset(element.End);
-    m_tokenStart = ToOffset(element.Start);
+    if (element.Start == NotFound) // no `<`, which leaves the start as it was
+        return -1;
+    m_tokenStart = element.Found() ? ToOffset(element.Start) : -1;
     return m_tokenStart;
 }
 
@@ -61,7 +56,7 @@ void CorvaneMarkupTokenizer::FindEndOfTokenAndUpdateStartIfNeeded(bool isSheetMa
     const ElementBounds element =
         FindEndOfElement(ViewOf(m_text), FromOffset(m_tokenStart), FromOffset(m_offset) + 1, isSheetMarkup);
     m_offset = ToOffset(element.End);
-    m_tokenStart = ToOffset(element.Start);
+    m_tokenStart = element.Found() ? ToOffset(element.Start) : -1;
 }
 
 } // namespace corvanemarkup

@@ -22,7 +22,8 @@ namespace corvanemarkup {
 class CORVANEMARKUP_EXPORT CorvaneMarkupTokenizer
 {
 public:
-    explicit CorvaneMarkupTokenizer(TString text) : m_text(std::move(text)) {}
+    explicit CorvaneMarkupTokenizer(const TString& text) : m_text(text) {}
+    explicit CorvaneMarkupTokenizer(TString&& text) : m_text(std::move(text)) {}
 
     /// Finds the first element that starts at or after `offset`, and returns the position of its `<`. -1 if
     /// there is none, or if the element found has no end: nothing behind its `<` is reported then. Offsets

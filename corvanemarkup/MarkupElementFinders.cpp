@@ -1,8 +1,7 @@
 #include <corvanemarkup/MarkupElementFinders.h>
-#include <corvanemarkup/MarkupScanner.h>
-
-#include <algorithm>
-#include <iterator>
+#include <corvanemarkup/internal/ElementLookup.h>
+#include <corvanemarkup/internal/MarkupScanner.h>
+#include <corvanemarkup/internal/RecentContents.h>
 
 namespace corvanemarkup {
 
@@ -32,48 +31,6 @@ int FindNextKnownMarkupElement(const TString& text, int offset, int& elementLeng
     elementLength = static_cast<int>(static_cast<unsigned>(content.length()) + 2U);
     return start;
 }
-
-namespace {
-
-/// The contents of the elements found last, for a walk whose offsets never fall.
-///
-/// A refused element is found again and again, maybe by turns with others. These all start behind the offset,
-/// and what starts there depends on the state in which a scan comes by (outside, in a sheet element, between
-/// quotes), and on whether it comes by in the middle of a pair: so there are at most six of them.
-class RecentContents
-{
-public:
-    explicit RecentContents(TextView text) : m_text(text) {}
-
-    /// The content of an element; an empty string if there is none. Once emptied by the caller, it isn't
-    /// asked for again.
-    TString& ContentOf(ElementBounds element)
-    {
-        if (!element.Found())
-            return m_nothing;
-        auto* const found = std::find_if(std::begin(m_recent), std::end(m_recent),
-                                         [&](const Content& recent) { return recent.Bounds == element; });
-        if (found != std::end(m_recent))
-            return found->Text;
-        Content& oldest = m_recent[m_oldest++ % std::size(m_recent)];
-        oldest = {element, ToString(element.ContentIn(m_text))};
-        return oldest.Text;
-    }
-
-private:
-    struct Content
-    {
-        ElementBounds Bounds;
-        TString Text;
-    };
-
-    TextView m_text;
-    TString m_nothing;
-    Content m_recent[6];
-    std::size_t m_oldest = 0;
-};
-
-} // namespace
 
 // By value, so that the predicate can't change the text that is walked.
 std::vector<std::pair<CorvaneCharRange, TString>>

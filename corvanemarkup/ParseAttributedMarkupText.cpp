@@ -1,6 +1,6 @@
 #include <corvanemarkup/ParseAttributedMarkupText.h>
-#include <corvanemarkup/SheetMarkupReader.h>
-#include <corvanemarkup/TokenReader.h>
+#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/TokenReader.h>
 
 namespace corvanemarkup {
 

@@ -1,33 +1,25 @@
 #pragma once
 
-/// What a sheet element is called and what its attributes are:
+/// The names of `SheetMarkupFormat.h` in the types that hosts pass on.
 ///
-///     <Sheet name="Sales" maxwidth="300" maxheight="300" filter="<Region>,<Year>">
-///
-/// The constants have internal linkage: each source that includes this header holds its own.
+/// The constants have internal linkage: each source that includes this header holds its own. They are built
+/// when the program or library with that source is loaded, so that code which runs earlier uses the literals.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
-#include <corvaneplatform/TSize.h>
+#include <corvanemarkup/SheetMarkupFormat.h>
 #include <corvaneplatform/TString.h>
 
-namespace corvanemarkup::VizInTooltip {
+namespace corvanemarkup::VizInTooltip::Impl {
 
-/// The largest size of a sheet whose element doesn't tell it.
-const TSize DefaultMaxSize(300, 300);
-
-namespace Impl {
-
-const TString SheetMarkupElementName(u"Sheet", -1);
+const TString SheetMarkupElementName(SheetMarkupElementLiteral.data(), -1);
 
 namespace SheetMarkupAttributeNames {
 
-const AttributeName Name(TString(u"name", -1));
-const AttributeName MaxWidth(TString(u"maxwidth", -1));
-const AttributeName MaxHeight(TString(u"maxheight", -1));
-const AttributeName Filter(TString(u"filter", -1));
+const AttributeName Name(TString(LiteralOf(SheetMarkupAttribute::Name).data(), -1));
+const AttributeName MaxWidth(TString(LiteralOf(SheetMarkupAttribute::MaxWidth).data(), -1));
+const AttributeName MaxHeight(TString(LiteralOf(SheetMarkupAttribute::MaxHeight).data(), -1));
+const AttributeName Filter(TString(LiteralOf(SheetMarkupAttribute::Filter).data(), -1));
 
 } // namespace SheetMarkupAttributeNames
 
-} // namespace Impl
-
-} // namespace corvanemarkup::VizInTooltip
+} // namespace corvanemarkup::VizInTooltip::Impl

@@ -7,19 +7,12 @@
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/Export.h>
+#include <corvanemarkup/TokenKind.h>
 #include <corvaneplatform/TString.h>
 
-#include <cstdint>
 #include <vector>
 
 namespace corvanemarkup {
-
-enum class TokenKind : std::int32_t {
-    ElementName = 0, ///< everything before the first space; may be empty
-    Whitespace = 1,  ///< a run of spaces (U+0020 alone) that is as long as it can be
-    Attribute =
-        2 ///< a stretch that isn't empty, up to a space or through the closing quote of its first quotes
-};
 
 struct Token
 {

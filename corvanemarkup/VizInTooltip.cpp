@@ -1,11 +1,12 @@
-#include <corvanemarkup/Check.h>
-#include <corvanemarkup/MarkupScanner.h>
-#include <corvanemarkup/SheetElement.h>
-#include <corvanemarkup/SheetMarkupConstants.h>
-#include <corvanemarkup/SheetMarkupReader.h>
+#include <corvanemarkup/SheetMarkupFormat.h>
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
+#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/Check.h>
+#include <corvanemarkup/internal/FilterFields.h>
+#include <corvanemarkup/internal/RecentTexts.h>
+#include <corvanemarkup/internal/SheetElement.h>
 #include <corvaneplatform/transform_to.h>
 
 #include <algorithm>
@@ -17,8 +18,8 @@ using namespace Internal;
 
 namespace {
 
-/// None unless the text is a valid sheet element.
-boost::optional<VizInTooltipProperties> ValidSheetElement(const MarkupText& markupText)
+/// The properties of a valid sheet element; none for any other text.
+boost::optional<VizInTooltipProperties> ReadValidProperties(const MarkupText& markupText)
 {
     auto properties = VizInTooltipProperties::FromMarkupText(markupText);
     if (properties && !properties->IsValid())
@@ -39,17 +40,15 @@ std::vector<SheetElement> SheetElementsByText(const TString& tooltipText)
 
 /// Calls `visit` with each field of the element's filter, in text order.
 template <typename Visit>
-void ForEachField(const SheetElement& element, Visit visit)
+void ForEachFieldOf(const SheetElement& element, Visit visit)
 {
-    if (!element.EscapedFilter)
-        return;
-    TextView filter = *element.EscapedFilter;
+    TextView filter = element.EscapedFilter;
     TString unescaped;
     if (filter.find(u'"') != NotFound) {
         unescaped = Unescape(filter);
         filter = ViewOf(unescaped);
     }
-    ForEachElement(filter, [&](const ElementBounds& field) { visit(ToString(field.ContentIn(filter))); });
+    ForEachField(filter, [&](const ElementBounds& field) { visit(ToString(field.ContentIn(filter))); });
 }
 
 /// Adds the fields of the element's sheet, unless the element has a filter without fields. False if the sheet
@@ -57,33 +56,22 @@ void ForEachField(const SheetElement& element, Visit visit)
 bool AddFieldsOfSheet(const SheetElement& element, std::map<TString, std::set<TString>>& fieldsBySheet)
 {
     std::set<TString> fields;
-    ForEachField(element, [&](TString field) { fields.insert(std::move(field)); });
-    if (!element.EscapedFilter)
+    ForEachFieldOf(element, [&](TString field) { fields.insert(std::move(field)); });
+    if (element.EscapedFilter.data() == nullptr)
         fields.insert(TString(u"All Fields", -1));
     return fields.empty() || fieldsBySheet.emplace(Unescape(element.EscapedName), std::move(fields)).second;
 }
 
-/// Remembers some of the texts seen last, so that a result that many elements share is built once.
-class RecentTexts
-{
-public:
-    /// False if `text`, which isn't empty, is remembered.
-    bool Add(TextView text)
-    {
-        TextView& place =
-            m_texts[(5 * text.size() + std::size_t(3) * text.front() + text.back()) % std::size(m_texts)];
-        const bool isNew = !AreSame(place, text);
-        place = text;
-        return isNew;
-    }
-
-private:
-    TextView m_texts[32];
-};
-
 void Erase(std::vector<TString>& fields, const TString& field)
 {
     fields.erase(std::remove(fields.begin(), fields.end(), field), fields.end());
+}
+
+boost::optional<Impl::AttributeTokenOffsetAndContent> FindToken(const MarkupText& sheetMarkupText,
+                                                                Impl::SheetMarkupAttribute attribute)
+{
+    return Impl::FindAttributeTokenOffsetAndContent(sheetMarkupText,
+                                                    AttributeName(ToString(LiteralOf(attribute))));
 }
 
 /// The difference as two's complement gives it, also where it doesn't fit.
@@ -96,8 +84,8 @@ std::int64_t WrappingDifference(std::int64_t left, std::int64_t right)
 
 TString GetTargetSheetNameFromMarkupText(const TString& markupText)
 {
-    const auto element = ReadValidSheetElement(ViewOf(markupText));
-    return element ? Unescape(element->EscapedName) : TString();
+    SheetElement element;
+    return ReadSheetElement(ViewOf(markupText), element) ? Unescape(element.EscapedName) : TString();
 }
 
 std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString>& markupElements)
@@ -121,7 +109,7 @@ std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
 bool ReplaceSheetNameInSheetMarkupText(const MarkupText& sheetMarkupText, const TString& currentSheetName,
                                        const TString& newSheetName, MarkupText& replacedSheetMarkupText)
 {
-    const auto properties = ValidSheetElement(sheetMarkupText);
+    const auto properties = ReadValidProperties(sheetMarkupText);
     if (!properties || properties->GetSheetName() != currentSheetName)
         return false;
     replacedSheetMarkupText = properties->WithSheetName(newSheetName).ToSheetMarkupText();
@@ -134,25 +122,24 @@ MarkupText ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond(const Markup
     const auto vizInTooltipProperties = VizInTooltipProperties::FromMarkupText(firstMarkupText);
     CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltip",
                         vizInTooltipProperties && vizInTooltipProperties->IsValid());
-    const auto second = ValidSheetElement(secondMarkupText);
+    const auto second = ReadValidProperties(secondMarkupText);
     return second ? vizInTooltipProperties->WithSheetName(second->GetSheetName()).ToSheetMarkupText()
                   : firstMarkupText;
 }
 
 CorvaneCharRange GetCharRangeOfSheetNameAttributeValue(const MarkupText& sheetMarkupText)
 {
-    const AttributeName& name = Impl::SheetMarkupAttributeNames::Name;
-    const auto nameToken = Impl::FindAttributeTokenOffsetAndContent(sheetMarkupText, name);
+    constexpr auto name = Impl::SheetMarkupAttribute::Name;
+    const auto nameToken = FindToken(sheetMarkupText, name);
     CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltip", nameToken);
-    // Behind the name, the `=` and the opening quote; up to the closing quote.
-    return {nameToken->Offset + name.GetName().length() + 2,
-            nameToken->Offset + nameToken->Content.length() - 1};
+    // After the name, the `=` and the opening quote; up to the closing quote.
+    const int nameLength = static_cast<int>(LiteralOf(name).size());
+    return {nameToken->Offset + nameLength + 2, nameToken->Offset + nameToken->Content.length() - 1};
 }
 
 boost::optional<CorvaneCharRange> FindFilterAttributeToken(const MarkupText& sheetMarkupText)
 {
-    const auto token =
-        Impl::FindAttributeTokenOffsetAndContent(sheetMarkupText, Impl::SheetMarkupAttributeNames::Filter);
+    const auto token = FindToken(sheetMarkupText, Impl::SheetMarkupAttribute::Filter);
     if (!token)
         return boost::none;
     return CorvaneCharRange{token->Offset, token->Offset + token->Content.length()};
@@ -160,21 +147,23 @@ boost::optional<CorvaneCharRange> FindFilterAttributeToken(const MarkupText& she
 
 std::vector<int> GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText, CorvaneCharRange charRange)
 {
-    const auto token =
-        Impl::FindAttributeTokenOffsetAndContent(sheetMarkupText, Impl::SheetMarkupAttributeNames::Filter);
+    const auto token = FindToken(sheetMarkupText, Impl::SheetMarkupAttribute::Filter);
     if (!token)
         return {};
     const auto filter = Impl::ExtractNameAndValue(token->Content);
 
-    // Behind the name, the `=` and the opening quote. The ranges of the fields count in the unescaped value.
+    // After the name, the `=` and the opening quote. The ranges of the fields count in the unescaped value.
     const int valueStart = token->Offset + filter->Name.GetName().length() + 2;
     const std::int64_t start = WrappingDifference(charRange.start, valueStart);
     const std::int64_t end = WrappingDifference(charRange.end, valueStart);
+    // The first test takes the start for a position in the text, of 32 bits, as a cursor is; the other two
+    // look at all 64 bits of both ends. Results for ranges that reach further depend on it, so that neither
+    // may be made like the other.
     const auto narrowedStart = static_cast<std::int32_t>(start);
 
     std::vector<int> indices;
     int index = 0;
-    ForEachElement(ViewOf(filter->Value), [&](const ElementBounds& element) {
+    ForEachField(ViewOf(filter->Value), [&](const ElementBounds& element) {
         const auto fieldStart = static_cast<std::int64_t>(element.Start);
         const auto fieldEnd = static_cast<std::int64_t>(element.End) + 1;
         const bool startsInside = fieldStart < narrowedStart && fieldEnd > narrowedStart;
@@ -264,7 +253,7 @@ std::vector<TString> GetFilterFieldsFromSheetMarkupInTooltipText(const TString& 
     std::vector<TString> fields;
     // From the last element to the first, so that nothing is inserted at the front of a growing list.
     for (auto element = elements.rbegin(); element != elements.rend(); ++element)
-        ForEachField(*element, [&](TString field) { fields.push_back(std::move(field)); });
+        ForEachFieldOf(*element, [&](TString field) { fields.push_back(std::move(field)); });
     return fields;
 }
 

@@ -1,16 +1,27 @@
-#include <corvanemarkup/MarkupScanner.h>
 #include <corvanemarkup/ParseAttributedMarkupText.h>
-#include <corvanemarkup/SheetMarkupConstants.h>
-#include <corvanemarkup/SheetSize.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
+#include <corvanemarkup/internal/FilterFields.h>
+#include <corvanemarkup/internal/SheetMarkupLookAhead.h>
+#include <corvanemarkup/internal/SheetSize.h>
 
 #include <algorithm>
 
 namespace corvanemarkup {
 
+using namespace Internal;
+using VizInTooltip::Impl::SheetMarkupAttribute;
+
 namespace {
 
-namespace Names = VizInTooltip::Impl::SheetMarkupAttributeNames;
+TString ElementName()
+{
+    return ToString(VizInTooltip::Impl::SheetMarkupElementLiteral);
+}
+
+AttributeName NameOf(SheetMarkupAttribute attribute)
+{
+    return AttributeName(ToString(LiteralOf(attribute)));
+}
 
 TString DecimalText(int value)
 {
@@ -21,7 +32,7 @@ TString DecimalText(int value)
 
 boost::optional<VizInTooltipProperties> VizInTooltipProperties::FromMarkupText(const MarkupText& markupText)
 {
-    auto attributes = ParseAttributedMarkupText(markupText, VizInTooltip::Impl::SheetMarkupElementName);
+    auto attributes = ParseAttributedMarkupText(markupText, ElementName());
     if (!attributes)
         return boost::none;
     return VizInTooltipProperties(std::move(*attributes));
@@ -30,11 +41,11 @@ boost::optional<VizInTooltipProperties> VizInTooltipProperties::FromMarkupText(c
 VizInTooltipProperties VizInTooltipProperties::GetDefault(const TString& sheetName,
                                                           const TString& filterValue)
 {
-    return VizInTooltipProperties(
-        AttributeNamesAndValues({{Names::Name, sheetName},
-                                 {Names::MaxWidth, DecimalText(VizInTooltip::DefaultMaxSize.width)},
-                                 {Names::MaxHeight, DecimalText(VizInTooltip::DefaultMaxSize.height)},
-                                 {Names::Filter, filterValue}}));
+    return VizInTooltipProperties(AttributeNamesAndValues(
+        {{NameOf(SheetMarkupAttribute::Name), sheetName},
+         {NameOf(SheetMarkupAttribute::MaxWidth), DecimalText(VizInTooltip::DefaultMaxSize.width)},
+         {NameOf(SheetMarkupAttribute::MaxHeight), DecimalText(VizInTooltip::DefaultMaxSize.height)},
+         {NameOf(SheetMarkupAttribute::Filter), filterValue}}));
 }
 
 bool VizInTooltipProperties::IsValid() const
@@ -55,32 +66,29 @@ bool VizInTooltipProperties::MissingSheetName() const
 
 bool VizInTooltipProperties::HasInvalidSheetSize() const
 {
-    return !Internal::IsValidSheetSize(GetSheetSize());
+    return !IsValidSheetSize(GetSheetSize());
 }
 
 bool VizInTooltipProperties::HasUnallowedAttributes() const
 {
-    const AttributeName* const allowed[] = {&Names::Name, &Names::MaxWidth, &Names::MaxHeight,
-                                            &Names::Filter};
-    return std::any_of(m_attributes.begin(), m_attributes.end(), [&](const AttributeNameAndValue& attribute) {
-        return std::none_of(std::begin(allowed), std::end(allowed),
-                            [&](const AttributeName* name) { return *name == attribute.Name; });
+    return std::any_of(m_attributes.begin(), m_attributes.end(), [](const AttributeNameAndValue& attribute) {
+        return !FindAllowedAttribute(ViewOf(attribute.Name.GetName()));
     });
 }
 
 TSize VizInTooltipProperties::GetSheetSize() const
 {
-    const auto number = [this](const AttributeName& name, int defaultValue) {
-        const auto value = m_attributes.GetAttributeValueForName(name);
+    const auto number = [this](SheetMarkupAttribute attribute, int defaultValue) {
+        const auto value = m_attributes.GetAttributeValueForName(NameOf(attribute));
         return value ? value->toInt(nullptr, 10) : defaultValue;
     };
-    return TSize(number(Names::MaxWidth, VizInTooltip::DefaultMaxSize.width),
-                 number(Names::MaxHeight, VizInTooltip::DefaultMaxSize.height));
+    return TSize(number(SheetMarkupAttribute::MaxWidth, VizInTooltip::DefaultMaxSize.width),
+                 number(SheetMarkupAttribute::MaxHeight, VizInTooltip::DefaultMaxSize.height));
 }
 
 TString VizInTooltipProperties::GetSheetName() const
 {
-    return m_attributes.GetAttributeValueForName(Names::Name).get_value_or(TString());
+    return m_attributes.GetAttributeValueForName(NameOf(SheetMarkupAttribute::Name)).get_value_or(TString());
 }
 
 bool VizInTooltipProperties::HasFilter() const
@@ -90,36 +98,36 @@ bool VizInTooltipProperties::HasFilter() const
 
 boost::optional<TString> VizInTooltipProperties::GetFilterValue() const
 {
-    return m_attributes.GetAttributeValueForName(Names::Filter);
+    return m_attributes.GetAttributeValueForName(NameOf(SheetMarkupAttribute::Filter));
 }
 
 std::vector<TString> VizInTooltipProperties::GetFilterFields() const
 {
     std::vector<TString> fields;
     if (const auto value = GetFilterValue()) {
-        const Internal::TextView view = Internal::ViewOf(*value);
-        Internal::ForEachElement(view, [&](const Internal::ElementBounds& element) {
-            fields.push_back(Internal::ToString(element.ContentIn(view)));
-        });
+        const TextView view = ViewOf(*value);
+        ForEachField(view,
+                     [&](const ElementBounds& field) { fields.push_back(ToString(field.ContentIn(view))); });
     }
     return fields;
 }
 
 MarkupText VizInTooltipProperties::ToSheetMarkupText() const
 {
-    return m_attributes.ToMarkupText(VizInTooltip::Impl::SheetMarkupElementName);
+    return m_attributes.ToMarkupText(ElementName());
 }
 
 VizInTooltipProperties VizInTooltipProperties::WithFilterFields(const std::vector<TString>& fields) const
 {
     std::vector<TString> items(fields.size());
     std::transform(fields.begin(), fields.end(), items.begin(), SurroundWithAngleBrackets);
-    return VizInTooltipProperties(m_attributes.ReplaceOrAdd(Names::Filter, TString::join(items, u',')));
+    return VizInTooltipProperties(
+        m_attributes.ReplaceOrAdd(NameOf(SheetMarkupAttribute::Filter), TString::join(items, u',')));
 }
 
 VizInTooltipProperties VizInTooltipProperties::WithSheetName(const TString& sheetName) const
 {
-    return VizInTooltipProperties(m_attributes.ReplaceOrAdd(Names::Name, sheetName));
+    return VizInTooltipProperties(m_attributes.ReplaceOrAdd(NameOf(SheetMarkupAttribute::Name), sheetName));
 }
 
 } // namespace corvanemarkup

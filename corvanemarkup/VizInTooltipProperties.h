@@ -21,7 +21,9 @@ namespace corvanemarkup {
 class CORVANEMARKUP_EXPORT VizInTooltipProperties
 {
 public:
-    explicit VizInTooltipProperties(AttributeNamesAndValues attributes) : m_attributes(std::move(attributes))
+    explicit VizInTooltipProperties(const AttributeNamesAndValues& attributes) : m_attributes(attributes) {}
+    explicit VizInTooltipProperties(AttributeNamesAndValues&& attributes) noexcept
+        : m_attributes(std::move(attributes))
     {
     }
 

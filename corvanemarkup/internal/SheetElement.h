@@ -1,11 +1,9 @@
 #pragma once
 
-/// The valid sheet elements of a text, on views of it. What `VizInTooltipProperties` tells of one element, in
-/// a form that costs no allocation.
+/// The valid sheet elements of a text, on views of it. What `VizInTooltipProperties` tells of them, in a form
+/// that costs no allocation.
 
-#include <corvanemarkup/TextView.h>
-
-#include <boost/optional.hpp>
+#include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
@@ -14,11 +12,12 @@ struct SheetElement
 {
     TextView Content;
     TextView EscapedName;
-    boost::optional<TextView> EscapedFilter;
+    TextView EscapedFilter; ///< has no data if there is no `filter`
 };
 
-/// None unless `content` is a valid sheet element.
-[[nodiscard]] boost::optional<SheetElement> ReadValidSheetElement(TextView content);
+/// Whether `content` is a valid sheet element. Sets `element` to it then. The general way: reads any content,
+/// token by token.
+[[nodiscard]] bool ReadSheetElement(TextView content, SheetElement& element);
 
 /// Walks over the valid sheet elements of a tooltip, in text order: those of the elements that a walk over
 /// all of them, from the end of each to the next, comes by.
@@ -31,10 +30,7 @@ public:
     bool Next(SheetElement& element);
 
 private:
-    [[nodiscard]] bool IsEscaped(std::size_t last) const;
-    bool ReadRegular(std::size_t start, SheetElement& element);
-    template <std::size_t size>
-    bool Skip(const char16_t (&literal)[size], std::size_t& position) const;
+    bool ReadElementAt(std::size_t start, SheetElement& element);
 
     TextView m_text;
     std::size_t m_position = 0;

@@ -5,7 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#if defined(__SSE2__)
+#if defined(__SSE2__) && !defined(CORVANEMARKUP_PLAIN_BLOCKS)
+#define CORVANEMARKUP_SSE2_BLOCKS
 #include <emmintrin.h>
 #endif
 
@@ -24,10 +25,10 @@ public:
     explicit UnitBlock(const char16_t* units);
 
     /// Which of the code units are `unit`.
-    [[nodiscard]] UnitMask operator==(char16_t unit) const;
+    [[nodiscard]] UnitMask MaskOf(char16_t unit) const;
 
 private:
-#if defined(__SSE2__)
+#if defined(CORVANEMARKUP_SSE2_BLOCKS)
     /// The units as bytes: those beyond a byte become 255 or 0, and so none of the characters asked for.
     __m128i m_bytes;
 #else
@@ -35,7 +36,7 @@ private:
 #endif
 };
 
-#if defined(__SSE2__)
+#if defined(CORVANEMARKUP_SSE2_BLOCKS)
 
 inline UnitBlock::UnitBlock(const char16_t* units)
 {
@@ -43,7 +44,7 @@ inline UnitBlock::UnitBlock(const char16_t* units)
     m_bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
 }
 
-inline UnitMask UnitBlock::operator==(char16_t unit) const
+inline UnitMask UnitBlock::MaskOf(char16_t unit) const
 {
     const __m128i sought = _mm_set1_epi8(static_cast<char>(unit));
     return static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_bytes, sought)));
@@ -53,7 +54,7 @@ inline UnitMask UnitBlock::operator==(char16_t unit) const
 
 inline UnitBlock::UnitBlock(const char16_t* units) : m_units(units) {}
 
-inline UnitMask UnitBlock::operator==(char16_t unit) const
+inline UnitMask UnitBlock::MaskOf(char16_t unit) const
 {
     UnitMask mask = 0;
     for (std::size_t i = 0; i < Length; ++i)

@@ -1,6 +1,6 @@
 #pragma once
 
-/// All scanning works on a view of the text: nothing is copied until there is a result.
+/// All reading works on a view of the text: nothing is copied until there is a result.
 
 #include <corvaneplatform/TString.h>
 
@@ -27,7 +27,14 @@ inline bool AreSame(TextView left, TextView right)
            std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0;
 }
 
-/// `text` must be part of a `TString`, so that its length fits an `int`.
+/// Whether `part` stands at `position`, which may be at most the length of the text.
+inline bool StandsAt(TextView text, std::size_t position, TextView part)
+{
+    return text.size() - position >= part.size() &&
+           std::memcmp(text.data() + position, part.data(), part.size() * sizeof(char16_t)) == 0;
+}
+
+/// `text` must be no longer than a `TString` can be, as each part of one is.
 inline TString ToString(TextView text)
 {
     return TString(text.data(), static_cast<int>(text.size()));

@@ -1,7 +1,11 @@
 #pragma once
 
-#include <corvanemarkup/TextView.h>
-#include <corvanemarkup/TokenizeAttributedMarkupText.h>
+/// Reading the tokens of an element's content on views of it.
+
+#include <corvanemarkup/TokenKind.h>
+#include <corvanemarkup/internal/TextView.h>
+
+#include <vector>
 
 namespace corvanemarkup::Internal {
 
@@ -11,8 +15,7 @@ struct TokenView
     TextView Text;
 };
 
-/// Reads the tokens of an element's content one after the other, in time linear in the content, and copies
-/// nothing.
+/// Reads the tokens one after the other, in time linear in the content, and copies nothing.
 class TokenReader
 {
 public:

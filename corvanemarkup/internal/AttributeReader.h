@@ -1,21 +1,17 @@
 #pragma once
 
-/// Reading sheet markup on views of the text.
+/// Reading one attribute, `name="value"`, on views of the text.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
-#include <corvanemarkup/TextView.h>
+#include <corvanemarkup/internal/TextView.h>
 
 #include <boost/optional.hpp>
 
 namespace corvanemarkup::Internal {
 
-/// Whether `text` is equal to `name` as an attribute name. Asks of the platform's rule of letter case that it
-/// makes no texts of different lengths equal.
-[[nodiscard]] bool IsAttributeName(TextView text, const AttributeName& name);
-
-/// `IsSheetMarkupText` on a view. Reads the element name, a run of white space, and at most the length of the
-/// longest attribute name, or white space to the end of the text.
-[[nodiscard]] bool IsSheetMarkup(TextView text, std::size_t offset);
+/// Whether the texts are equal as attribute names. Asks of the platform's rule of letter case that it makes
+/// no texts of different lengths equal.
+[[nodiscard]] bool AreSameAttributeName(TextView left, TextView right);
 
 /// The value that `escapedValue` stands for, with its doubled quotes made single.
 [[nodiscard]] TString Unescape(TextView escapedValue);

@@ -1,9 +1,9 @@
 #pragma once
 
-/// Searching a text for delimiters, which is what scanning spends its time on.
+/// Searching a text for delimiters, which is what scanning spends its time on, and the rule of doubled ones.
 
-#include <corvanemarkup/TextView.h>
-#include <corvanemarkup/UnitBlock.h>
+#include <corvanemarkup/internal/TextView.h>
+#include <corvanemarkup/internal/UnitBlock.h>
 
 namespace corvanemarkup::Internal {
 
@@ -22,7 +22,7 @@ template <char16_t... Units>
     }
     const auto matches = [units](std::size_t at) {
         const UnitBlock block(units + at);
-        return ((block == Units) | ...);
+        return (block.MaskOf(Units) | ...);
     };
     const std::size_t lastBlock = end - UnitBlock::Length;
     for (; from <= lastBlock; from += UnitBlock::Length)
@@ -35,7 +35,7 @@ template <char16_t... Units>
     return mask != 0 ? from + FirstIn(mask) : NotFound;
 }
 
-/// The first position at or after `from` that holds `First` with `Second` behind it, or `NotFound`.
+/// The first position at or after `from` that holds `First`, with `Second` right after it; or `NotFound`.
 template <char16_t First, char16_t Second>
 [[nodiscard]] std::size_t FindPair(TextView text, std::size_t from)
 {
@@ -43,9 +43,9 @@ template <char16_t First, char16_t Second>
     const std::size_t end = text.size();
     while (from < end && end - from > UnitBlock::Length) {
         const UnitBlock block(units + from);
-        // What stands behind the last place is looked at apart.
-        const UnitMask beforeSecond = (block == Second) >> 1 | UnitMask(1) << (UnitBlock::Length - 1);
-        const UnitMask mask = (block == First) & beforeSecond;
+        // The unit after the last place of the block is looked at by itself.
+        const UnitMask beforeSecond = block.MaskOf(Second) >> 1 | UnitMask(1) << (UnitBlock::Length - 1);
+        const UnitMask mask = block.MaskOf(First) & beforeSecond;
         if (mask == 0) {
             from += UnitBlock::Length;
             continue;
@@ -61,17 +61,22 @@ template <char16_t First, char16_t Second>
     return NotFound;
 }
 
+/// The rule of doubled delimiters: whether the delimiter at `position` and the one after it are a pair, which
+/// is escaped and delimits nothing. It holds for a `position` that a search meets: such a search reads a run
+/// of one delimiter in pairs, from where it comes to it.
+[[nodiscard]] inline bool IsDoubled(TextView text, std::size_t position)
+{
+    return position + 1 < text.size() && text[position + 1] == text[position];
+}
+
 /// The first delimiter at or after `from` that isn't escaped by doubling, or `NotFound`. `findDelimiter`
 /// gives the first delimiter at or after a position, escaped or not.
-///
-/// A run of one delimiter is read in pairs from where the search meets it. A pair that ends the text ends the
-/// search; a single delimiter in the last place counts.
 template <typename FindDelimiter>
 [[nodiscard]] std::size_t FindNotEscaped(TextView text, std::size_t from, FindDelimiter findDelimiter)
 {
     for (;;) {
         const std::size_t found = findDelimiter(text, from);
-        if (found == NotFound || found + 1 == text.size() || text[found] != text[found + 1])
+        if (found == NotFound || !IsDoubled(text, found))
             return found;
         from = found + 2;
     }
@@ -82,6 +87,17 @@ template <char16_t... Units>
 [[nodiscard]] std::size_t FindNotEscaped(TextView text, std::size_t from)
 {
     return FindNotEscaped(text, from, FindFirstOf<Units...>);
+}
+
+/// Whether a search for `Unit` from `from` on stops at `last`, the last place of a run of it, rather than
+/// passing over it as the second of a pair.
+template <char16_t Unit>
+[[nodiscard]] bool IsNotEscapedAt(TextView text, std::size_t from, std::size_t last)
+{
+    std::size_t first = last;
+    while (first > from && text[first - 1] == Unit)
+        --first;
+    return first == last || FindNotEscaped<Unit>(text.substr(0, last + 1), first) == last;
 }
 
 } // namespace corvanemarkup::Internal

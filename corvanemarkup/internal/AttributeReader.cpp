@@ -1,0 +1,45 @@
+#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/DelimiterSearch.h>
+
+namespace corvanemarkup::Internal {
+
+bool AreSameAttributeName(TextView left, TextView right)
+{
+    // Identical texts are equal names under any rule of letter case, so that the usual case needs no copy.
+    return left.size() == right.size() &&
+           (AreSame(left, right) || AttributeName(ToString(left)) == AttributeName(ToString(right)));
+}
+
+TString Unescape(TextView escapedValue)
+{
+    std::size_t quote = FindFirstOf<u'"'>(escapedValue, 0);
+    if (quote == NotFound)
+        return ToString(escapedValue);
+    std::u16string value;
+    value.reserve(escapedValue.size());
+    std::size_t copied = 0;
+    for (; quote != NotFound; quote = FindFirstOf<u'"'>(escapedValue, copied)) {
+        value.append(escapedValue, copied, quote + 1 - copied);
+        copied = quote + (IsDoubled(escapedValue, quote) ? 2 : 1);
+    }
+    value.append(escapedValue, copied, NotFound);
+    return ToString(value);
+}
+
+boost::optional<AttributeView> SplitAttribute(TextView token)
+{
+    const std::size_t equals = FindFirstOf<u'='>(token, 0);
+    if (equals == NotFound)
+        return boost::none;
+    const TextView value = token.substr(equals + 1);
+    if (value.size() < 2 || value.front() != u'"' || value.back() != u'"')
+        return boost::none;
+    return AttributeView{token.substr(0, equals), value.substr(1, value.size() - 2)};
+}
+
+AttributeNameAndValue AttributeView::ToNameAndValue() const
+{
+    return {AttributeName(ToString(Name)), Unescape(EscapedValue)};
+}
+
+} // namespace corvanemarkup::Internal

@@ -1,0 +1,39 @@
+#include <corvanemarkup/internal/MarkupWriter.h>
+
+#include <algorithm>
+#include <climits>
+#include <stdexcept>
+
+namespace corvanemarkup::Internal {
+
+std::uint64_t WrittenLength(TextView name, TextView value)
+{
+    constexpr std::size_t equalsAndQuotes = 3;
+    const auto quotes = std::count(value.begin(), value.end(), u'"');
+    return std::uint64_t(name.size()) + equalsAndQuotes + value.size() + static_cast<std::uint64_t>(quotes);
+}
+
+void AppendWritten(TextView name, TextView value, std::u16string& text)
+{
+    text.append(name).append(u"=\"");
+    for (;;) {
+        const std::size_t quote = value.find(u'"');
+        text.append(value.substr(0, quote));
+        if (quote == NotFound)
+            break;
+        text.append(u"\"\"");
+        value.remove_prefix(quote + 1);
+    }
+    text += u'"';
+}
+
+std::u16string TextWithRoomFor(std::uint64_t length)
+{
+    if (length > INT_MAX)
+        throw std::length_error("corvanemarkup: a text longer than INT_MAX code units");
+    std::u16string text;
+    text.reserve(static_cast<std::size_t>(length));
+    return text;
+}
+
+} // namespace corvanemarkup::Internal

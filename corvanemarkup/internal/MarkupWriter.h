@@ -1,0 +1,22 @@
+#pragma once
+
+/// The written form of attributes, `name="value"`: each quote of the value doubled, and nothing else escaped.
+///
+/// A text is measured first and written then, so that it is allocated once, and so that one too long is
+/// refused before memory is asked for.
+
+#include <corvanemarkup/internal/TextView.h>
+
+#include <cstdint>
+#include <string>
+
+namespace corvanemarkup::Internal {
+
+[[nodiscard]] std::uint64_t WrittenLength(TextView name, TextView value);
+void AppendWritten(TextView name, TextView value, std::u16string& text);
+
+/// An empty text with room for `length` code units. Throws `std::length_error` if these are more than a text
+/// may have.
+[[nodiscard]] std::u16string TextWithRoomFor(std::uint64_t length);
+
+} // namespace corvanemarkup::Internal

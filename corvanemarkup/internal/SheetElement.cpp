@@ -1,0 +1,101 @@
+#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/DelimiterSearch.h>
+#include <corvanemarkup/internal/MarkupScanner.h>
+#include <corvanemarkup/internal/SheetAttributeValues.h>
+#include <corvanemarkup/internal/SheetElement.h>
+#include <corvanemarkup/internal/SheetMarkupLookAhead.h>
+#include <corvanemarkup/internal/SheetSize.h>
+#include <corvanemarkup/internal/TokenReader.h>
+#include <corvanemarkup/internal/WrittenForm.h>
+
+namespace corvanemarkup::Internal {
+
+using VizInTooltip::Impl::SheetMarkupAttribute;
+
+namespace {
+
+int NumberOr(const SheetAttributeValues& values, SheetMarkupAttribute attribute, int defaultNumber)
+{
+    if (!values.Has(attribute))
+        return defaultNumber;
+    int number = 0;
+    if (ReadWrittenNumber(values[attribute], number))
+        return number;
+    return Unescape(values[attribute]).toInt(nullptr, 10);
+}
+
+/// Whether an element with these attributes, none of which occurs twice, is valid as
+/// `VizInTooltipProperties::IsValid` judges. Sets `element` to it then.
+bool JudgeSheetElement(TextView content, const SheetAttributeValues& values, SheetElement& element)
+{
+    const TextView name = values[SheetMarkupAttribute::Name];
+    const TSize size(NumberOr(values, SheetMarkupAttribute::MaxWidth, VizInTooltip::DefaultMaxSize.width),
+                     NumberOr(values, SheetMarkupAttribute::MaxHeight, VizInTooltip::DefaultMaxSize.height));
+    if (name.empty() || !IsValidSheetSize(size))
+        return false;
+    element = {content, name, values[SheetMarkupAttribute::Filter]};
+    return true;
+}
+
+} // namespace
+
+bool ReadSheetElement(TextView content, SheetElement& element)
+{
+    TokenReader reader(content);
+    TokenView token;
+    if (!reader.Next(token) || token.Text != VizInTooltip::Impl::SheetMarkupElementLiteral)
+        return false;
+
+    SheetAttributeValues values;
+    while (reader.Next(token)) {
+        if (token.Kind != TokenKind::Attribute)
+            continue;
+        const auto attribute = SplitAttribute(token.Text);
+        if (!attribute)
+            return false;
+        const auto allowed = FindAllowedAttribute(attribute->Name);
+        if (!allowed || values.Has(*allowed))
+            return false;
+        values[*allowed] = attribute->EscapedValue;
+    }
+    return !reader.Failed() && JudgeSheetElement(content, values, element);
+}
+
+bool SheetElementWalk::Next(SheetElement& element)
+{
+    // A valid sheet element is always found in a state in which quotes protect, since its first attribute is
+    // one that the look-ahead asks for. And a plain element never changes where such a state begins: quotes
+    // mean nothing in it, and it restarts at each `<` that isn't escaped. So whether a plain element is open
+    // needn't be known, nor where it ends.
+    static_assert(VizInTooltip::Impl::SheetMarkupElementLiteral.front() == u'S');
+    for (;;) {
+        const std::size_t start = FindPair<u'<', u'S'>(m_text, m_position);
+        if (start == NotFound)
+            return false;
+        const bool isNotEscaped = IsNotEscapedAt<u'<'>(m_text, m_position, start);
+        m_position = start + 1;
+        if (isNotEscaped && HasElementNameAt(m_text, m_position) && ReadElementAt(start, element))
+            return true;
+    }
+}
+
+/// Whether the `<` at `start`, with the element name after it, starts a valid sheet element. Moves to where
+/// the walk goes on. The fast way comes first; here is where the general way takes over.
+bool SheetElementWalk::ReadElementAt(std::size_t start, SheetElement& element)
+{
+    SheetAttributeValues values;
+    std::size_t end = 0;
+    const std::size_t afterName = start + 1 + VizInTooltip::Impl::SheetMarkupElementLiteral.size();
+    if (ReadWrittenElement(m_text, afterName, values, end)) {
+        m_position = end + 1;
+        return JudgeSheetElement(m_text.substr(start + 1, end - start - 1), values, element);
+    }
+
+    if (!StartsSheetElement(m_text, start + 1))
+        return false;
+    const ElementBounds bounds = FindEndOfElement(m_text, start, start + 1, true);
+    m_position = bounds.Found() ? bounds.End + 1 : m_text.size();
+    return bounds.Found() && ReadSheetElement(bounds.ContentIn(m_text), element);
+}
+
+} // namespace corvanemarkup::Internal
