@@ -1,6 +1,6 @@
 #pragma once
 
-/// The attributes of one element: names, values, their ordered list, and its written form
+/// The attributes of one element: names, values, their ordered list, and its written form, such as
 /// `Sheet name="Sales" filter="<Region>"`.
 
 #include <corvanemarkup/Export.h>
@@ -78,18 +78,18 @@ public:
     [[nodiscard]] const_iterator begin() const noexcept { return m_attributes.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return m_attributes.end(); }
 
-    /// Whether two attributes have equal names.
+    /// Whether two attributes have equal names. Sorts the names.
     [[nodiscard]] bool HasDuplicates() const;
 
     /// The value of the first attribute with that name; none if there is no such attribute.
     [[nodiscard]] boost::optional<TString> GetAttributeValueForName(const AttributeName& name) const;
 
-    /// The list with that attribute set: the first attribute with an equal name gets both `name` and `value`
-    /// and keeps its place; without one, the attribute is added at the end.
+    /// A new list with that attribute. The first attribute with an equal name gets `name` and `value`, and
+    /// keeps its place. If there is none, the attribute is added at the end.
     [[nodiscard]] AttributeNamesAndValues ReplaceOrAdd(const AttributeName& name, const TString& value) const;
 
     /// The element's content as text: `elementName`, then for each attribute a space and its written form. An
-    /// empty list gives `elementName` alone. Names are written as they are: what is written reads back if
+    /// empty list gives `elementName` alone. Names are written as they are. What is written reads back if
     /// there is an attribute and no name holds a space, a `=` or a quote.
     [[nodiscard]] MarkupText ToMarkupText(const TString& elementName) const;
 

@@ -17,7 +17,7 @@ namespace corvanemarkup {
 ///
 ///     a<b>c
 ///      ^  ^
-///      |  end: 4, the one behind the last
+///      |  end: 4, one past the last
 ///      start: 1, the first
 struct CorvaneCharRange
 {
@@ -25,18 +25,17 @@ struct CorvaneCharRange
     std::int64_t end;
 };
 
-/// The first element that starts at or after `offset`: the position of its `<`, with its content (without
-/// brackets) in `content`. -1, with `content` unchanged, if there is none. Offsets outside the text find
-/// nothing.
+/// Finds the first element that starts at or after `offset`. Returns the position of its `<`, and writes its
+/// content, without brackets, to `content`. -1, with `content` unchanged, if there is no element, or if the
+/// one that starts there has no end. Offsets outside the text find nothing.
 [[nodiscard]] CORVANEMARKUP_EXPORT int FindNextMarkupElement(const TString& text, int offset,
                                                              TString& content);
 
-/// The same, if `isKnownElement` accepts the content of that element; else -1. Only this one element is
-/// looked at.
+/// The same, if `isKnownElement` accepts the content of that element; else -1. No other element is looked at.
 ///
-/// The predicate is always asked: if there is no element, with what `content` holds on entry. If it accepts,
-/// `elementLength` becomes the length of that content plus 2 for the brackets, also where the result is -1.
-/// If it refuses, `elementLength` stays unchanged, and `content` is that of the refused element.
+/// The predicate is always asked; if there is no element, about what `content` holds on entry. `content`
+/// becomes what the predicate was asked about. If it accepts, `elementLength` becomes the length of this plus
+/// 2 for the brackets, also where the result is -1; if it refuses, `elementLength` stays unchanged.
 [[nodiscard]] CORVANEMARKUP_EXPORT int
 FindNextKnownMarkupElement(const TString& text, int offset, int& elementLength, TString& content,
                            const std::function<bool(const TString&)>& isKnownElement);
@@ -44,19 +43,22 @@ FindNextKnownMarkupElement(const TString& text, int offset, int& elementLength, 
 /// All elements that `isKnownElement` accepts, in text order: their ranges, brackets included, and their
 /// contents.
 ///
-/// From each offset at which no element is found, or a refused one, the walk goes on one code unit further.
-/// So it also reads the text afresh from the second `<` of a doubled pair, and from within an element without
-/// end:
+/// The walk goes on at the end of an accepted element. If it finds no element, or a refused one, it goes on
+/// one code unit further. So it also reads the text anew from the second `<` of a doubled pair, and from
+/// within an element without end:
 ///
 ///     <x>y<<z>      x [0, 3) and z [5, 8); CollectMarkupElements finds x alone
 ///
 /// The predicate is asked at every step, with the empty string where no element is found, and may be asked
-/// about one element many times. Beside the predicate, all of it takes time linear in the text and in the
-/// different contents that the predicate sees.
+/// about one element many times. All but the predicate takes time linear in the text and in the different
+/// contents that the predicate sees. If it accepts every element, these together are no longer than the text.
+/// If it refuses, they can be quadratic in the text: in an element that holds `<<` again and again, a shorter
+/// element starts at each.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<std::pair<CorvaneCharRange, TString>>
 FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const TString&)>& isKnownElement);
 
-/// The contents of all elements, walking from the end of each to the next, up to the first that has no end.
+/// The contents of all elements, from the end of each to the next, up to the first that has no end. Sorting
+/// them adds a logarithm to linear time.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::set<TString> CollectMarkupElements(const TString& text);
 
 } // namespace corvanemarkup

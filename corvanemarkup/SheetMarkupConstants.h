@@ -11,14 +11,14 @@
 
 namespace corvanemarkup::VizInTooltip::Impl {
 
-const TString SheetMarkupElementName(SheetMarkupElementLiteral.data(), -1);
+const TString SheetMarkupElementName{SheetMarkupElementLiteral.data(), -1};
 
 namespace SheetMarkupAttributeNames {
 
-const AttributeName Name(TString(LiteralOf(SheetMarkupAttribute::Name).data(), -1));
-const AttributeName MaxWidth(TString(LiteralOf(SheetMarkupAttribute::MaxWidth).data(), -1));
-const AttributeName MaxHeight(TString(LiteralOf(SheetMarkupAttribute::MaxHeight).data(), -1));
-const AttributeName Filter(TString(LiteralOf(SheetMarkupAttribute::Filter).data(), -1));
+const AttributeName Name{TString(LiteralOf(SheetMarkupAttribute::Name).data(), -1)};
+const AttributeName MaxWidth{TString(LiteralOf(SheetMarkupAttribute::MaxWidth).data(), -1)};
+const AttributeName MaxHeight{TString(LiteralOf(SheetMarkupAttribute::MaxHeight).data(), -1)};
+const AttributeName Filter{TString(LiteralOf(SheetMarkupAttribute::Filter).data(), -1)};
 
 } // namespace SheetMarkupAttributeNames
 

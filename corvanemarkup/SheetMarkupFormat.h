@@ -14,13 +14,14 @@
 namespace corvanemarkup::VizInTooltip {
 
 /// The largest size of a sheet whose element doesn't tell it, in the host's units.
-const TSize DefaultMaxSize(300, 300);
+const TSize DefaultMaxSize{300, 300};
 
 /// The largest values that `maxwidth` and `maxheight` may have. The smallest is 1.
-const TSize LargestMaxSize(2000, 1500);
+const TSize LargestMaxSize{2000, 1500};
 
 namespace Impl {
 
+/// What a sheet element is called, in these letters alone. The letter case of its attributes doesn't count.
 constexpr std::u16string_view SheetMarkupElementLiteral = u"Sheet";
 
 /// The attributes that a sheet element may have, in the order in which the library writes them.
@@ -30,6 +31,7 @@ enum class SheetMarkupAttribute : std::size_t { Name, MaxWidth, MaxHeight, Filte
 constexpr std::u16string_view SheetMarkupAttributeLiterals[] = {u"name", u"maxwidth", u"maxheight",
                                                                 u"filter"};
 
+/// What that attribute is called.
 [[nodiscard]] constexpr std::u16string_view LiteralOf(SheetMarkupAttribute attribute)
 {
     return SheetMarkupAttributeLiterals[static_cast<std::size_t>(attribute)];

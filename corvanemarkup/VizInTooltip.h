@@ -6,6 +6,9 @@
 /// content of one element, without its brackets. A valid sheet element is a markup text for which
 /// `VizInTooltipProperties::FromMarkupText` gives an object whose `IsValid` is true; its target sheet is its
 /// name.
+///
+/// Positions count UTF-16 code units, and ranges are half-open. Each operation takes time linear in its
+/// texts; sorting adds a logarithm.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/Export.h>
@@ -31,9 +34,9 @@ GetTargetSheetNamesFromMarkupElementSet(const std::set<TString>& markupElements)
 [[nodiscard]] CORVANEMARKUP_EXPORT std::set<TString>
 GetTargetSheetNamesFromTooltipText(const TString& tooltipText);
 
-/// If `sheetMarkupText` is a valid sheet element with the target sheet `currentSheetName`, writes the element
-/// with the name `newSheetName` to `replacedSheetMarkupText` and returns true. Otherwise returns false and
-/// writes nothing.
+/// Renames the sheet of one element. If `sheetMarkupText` is a valid sheet element with the target sheet
+/// `currentSheetName`, writes the element with the name `newSheetName` to `replacedSheetMarkupText` and
+/// returns true. Otherwise returns false and writes nothing.
 ///
 /// The element is rebuilt from its attributes, with one space in front of each. `newSheetName` isn't judged:
 /// an empty one gives an invalid element.
@@ -41,8 +44,8 @@ GetTargetSheetNamesFromTooltipText(const TString& tooltipText);
 ReplaceSheetNameInSheetMarkupText(const MarkupText& sheetMarkupText, const TString& currentSheetName,
                                   const TString& newSheetName, MarkupText& replacedSheetMarkupText);
 
-/// The first element with the sheet name of the second; `firstMarkupText` as it is if the second isn't a
-/// valid sheet element. Throws through `ThrowLogicException` if the first isn't one
+/// The first element with the sheet name of the second, rebuilt from its attributes; `firstMarkupText` as it
+/// is if the second isn't a valid sheet element. Throws through `ThrowLogicException` if the first isn't one
 /// ("vizInTooltipProperties && vizInTooltipProperties->IsValid()").
 [[nodiscard]] CORVANEMARKUP_EXPORT MarkupText ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond(
     const MarkupText& firstMarkupText, const MarkupText& secondMarkupText);
@@ -58,8 +61,8 @@ ReplaceSheetNameInSheetMarkupText(const MarkupText& sheetMarkupText, const TStri
 [[nodiscard]] CORVANEMARKUP_EXPORT CorvaneCharRange
 GetCharRangeOfSheetNameAttributeValue(const MarkupText& sheetMarkupText);
 
-/// The whole `filter` attribute of an element in its text, from its name through its closing quote; none if
-/// it has no such attribute:
+/// Where the first `filter` attribute stands in the element's text, from its name through its closing quote;
+/// none if the element has no such attribute:
 ///
 ///     Sheet name="S" filter="<a>,<b>"
 ///                    ^               ^
@@ -69,70 +72,79 @@ GetCharRangeOfSheetNameAttributeValue(const MarkupText& sheetMarkupText);
 [[nodiscard]] CORVANEMARKUP_EXPORT boost::optional<CorvaneCharRange>
 FindFilterAttributeToken(const MarkupText& sheetMarkupText);
 
-/// The indices of the fields that an editor's cursor (`start` equal to `end`) or selection touches,
-/// ascending. A field counts if `start` lies strictly inside it, brackets included, if it begins strictly
-/// inside the range, or if the range is exactly the field:
+/// The indices of the filter fields that an editor's cursor (`start` equal to `end`) or selection touches,
+/// ascending; none if the element has no `filter`. A field counts if `start` lies strictly inside it,
+/// brackets included, if it begins strictly inside the range, or if the range is exactly the field:
 ///
 ///     Sheet name="S" filter="<a>,<b>"
 ///                            ^^          [24, 24), between these two: field 0
 ///                            ^^^         [23, 26): field 0
 ///                             ^^^^^      [24, 29): fields 0 and 1
-///                               ^        [26, 26), behind the `>`: none
+///                               ^        [26, 26), after the `>`: none
 ///
-/// `charRange` counts in `sheetMarkupText`, and the fields in the value with its doubled quotes made single,
-/// so that each doubled quote in front of a field shifts it by one. Every pair of integers is a valid range.
+/// `charRange` counts in `sheetMarkupText`. The fields count in the value with its doubled quotes made
+/// single, so that each doubled quote in front of a field shifts it to the left by one.
+///
+/// Every pair of integers is a valid range. One that reaches beyond the text is judged like any other.
+/// Positions beyond the range of `int` wrap, so that they may touch a field.
 ///
 /// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<int>
 GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText, CorvaneCharRange charRange);
 
-/// The element with `fieldToInsert` in place of the fields from the first through the last of `fieldIndices`;
-/// the entries between aren't read. With no indices the field goes to the end of the list, where it stands
-/// once.
+/// The element with `fieldToInsert` in its filter.
 ///
-/// `exclusiveField` stands alone: inserted, it replaces the whole list; when another field is inserted, it
-/// goes. The element needn't be valid, and is rebuilt from its attributes. Where the
-/// first of these is none of a sheet element's, no quotes protect the brackets of the filter in a tooltip.
+/// - The field replaces those from the first of `fieldIndices` through the last. The indices between these
+///   aren't read. If the last is the first less one, nothing is replaced: the field goes in front of the
+///   first.
+/// - If `fieldIndices` is empty, the field goes to the end of the filter, and fields equal to it are removed.
+/// - `exclusiveField` stands alone in a filter. Inserted, it replaces all fields, and `fieldIndices` isn't
+///   read. When another field is inserted, it is removed.
 ///
-/// Throws through `ThrowLogicException` if `VizInTooltipProperties::FromMarkupText` gives nothing for the
-/// text
-/// ("vizInTooltipProperties"), or unless 0 <= first <= last + 1 <= the number of fields
-/// ("first >= 0 && first - 1 <= last && last < fieldCount").
+/// The element needn't be valid. It is rebuilt from its attributes, with one space in front of each. Quotes
+/// protect the brackets of the filter in a tooltip only if the first attribute is one of a sheet element:
+/// `Impl::IsSheetMarkupText` at offset 0 of the result tells.
+///
+/// Throws through `ThrowLogicException`
+/// - if `VizInTooltipProperties::FromMarkupText` gives nothing for the text ("vizInTooltipProperties"),
+/// - unless 0 <= first <= last + 1 <= number of fields
+///   ("first >= 0 && first - 1 <= last && last < fieldCount").
 [[nodiscard]] CORVANEMARKUP_EXPORT MarkupText
 InsertFilterFieldIntoMarkupText(const MarkupText& sheetMarkupText, const TString& fieldToInsert,
                                 const TString& exclusiveField, const std::vector<int>& fieldIndices);
 
+/// An edited element, and where the editor's cursor goes.
 struct NewCursorPositionAndMarkupText
 {
-    int NewCursorPosition; ///< in `NewMarkupText`, behind the closing quote of its `filter` attribute
+    int NewCursorPosition; ///< in `NewMarkupText`, just after the closing quote of its `filter` attribute
     MarkupText NewMarkupText;
 };
 
 /// Inserts the field at the editor's cursor, or in place of the fields that its selection touches:
 /// `InsertFilterFieldIntoMarkupText` with the indices of `GetIndexOfFiltersAtCharRange`. Throws where these
-/// do, and where `FindFilterAttributeToken` does for the new text, which a quote in an attribute's name can
-/// keep from being read.
+/// two do. It also throws where `FindFilterAttributeToken` does for the new text: a quote in an attribute's
+/// name can make that text unreadable.
 [[nodiscard]] CORVANEMARKUP_EXPORT NewCursorPositionAndMarkupText
 InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(const MarkupText& sheetMarkupText,
                                                        const CorvaneCharRange& charRange,
                                                        const TString& fieldToInsert,
                                                        const TString& exclusiveField);
 
-/// The filter fields of each target sheet, of the valid sheet elements that `CollectMarkupElements` finds. A
-/// sheet element without a `filter` stands for the one field "All Fields"; one whose `filter` holds no field
-/// is passed over. Where several elements have one target sheet, the first in the order of the element texts
-/// decides.
+/// The filter fields of each target sheet, from the valid sheet elements that `CollectMarkupElements` finds.
+/// An element without a `filter` stands for the one field "All Fields". An element whose `filter` holds no
+/// field is passed over. If several elements have the same target sheet, the first in the order of their
+/// texts decides.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::map<TString, std::set<TString>>
 GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText);
 
-/// The target sheets of the previous tooltip whose fields, as the operation above tells them, are gone or
-/// others in the current one; ascending.
+/// The target sheets of the previous tooltip that have other fields in the current one, or none, ascending.
+/// What the fields of a sheet are, `GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText` tells.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
 CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const TString& previousTooltipText,
                                                      const TString& currentTooltipText);
 
-/// All filter fields of the valid sheet elements that `CollectMarkupElements` finds, duplicates included: the
-/// last element in the order of the element texts comes first, and the fields of each keep their order.
+/// All filter fields of the valid sheet elements that `CollectMarkupElements` finds, duplicates included. The
+/// elements come in falling order of their texts, and the fields of each in their own order.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
 GetFilterFieldsFromSheetMarkupInTooltipText(const TString& tooltipText);
 

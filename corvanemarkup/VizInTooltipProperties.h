@@ -1,5 +1,7 @@
 #pragma once
 
+/// One sheet element: its values, its faults, and edits by copy.
+
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/Export.h>
 #include <corvaneplatform/TSize.h>
@@ -17,7 +19,8 @@ namespace corvanemarkup {
 ///     Sheet name="Sales" maxwidth="300" maxheight="300" filter="<Region>,<Year>"
 ///
 /// It holds the attributes as they come, valid or not, and never changes: an edit gives a new object. An
-/// attribute that occurs twice is read, and edited, where it occurs first.
+/// attribute that occurs twice is read and edited where it occurs first. Each operation takes time linear in
+/// the attributes; `HasDuplicateAttributes`, and so `IsValid`, sorts their names.
 class CORVANEMARKUP_EXPORT VizInTooltipProperties
 {
 public:
@@ -58,15 +61,16 @@ public:
     /// The whole filter value, such as `<Region>,<Year>`; none if there is no `filter`.
     [[nodiscard]] boost::optional<TString> GetFilterValue() const;
     /// The contents of the elements in the filter value, in text order, repeats included. What stands between
-    /// them is passed over. Field n is element n of `FindCharRangesOfKnownMarkupElements`.
+    /// them is passed over. Field n is element n that `FindCharRangesOfKnownMarkupElements` finds in the
+    /// filter value with a predicate that accepts all.
     [[nodiscard]] std::vector<TString> GetFilterFields() const;
 
     /// The element's content, `Sheet name="Sales"`; the host adds the brackets.
     [[nodiscard]] MarkupText ToSheetMarkupText() const;
 
-    /// The element with `<field>,<field>` for its filter value: in the place of the `filter` attribute, or at
-    /// the end. Brackets in a field are written as they are, so that a field with a single `<` or `>` doesn't
-    /// read back.
+    /// The element with a filter of those fields, written `<field>,<field>`, in the place of the `filter`
+    /// attribute, or at the end. Brackets in a field are written as they are, so that a field with a single
+    /// `<` or `>` doesn't read back.
     [[nodiscard]] VizInTooltipProperties WithFilterFields(const std::vector<TString>& fields) const;
     /// The element with that name, in the place of the `name` attribute, or at the end.
     [[nodiscard]] VizInTooltipProperties WithSheetName(const TString& sheetName) const;

@@ -1,6 +1,8 @@
 #pragma once
 
-/// The platform's pair of a width and a height.
+/// The platform's size.
+
+/// A width and a height.
 struct TSize
 {
     constexpr TSize(int sizeWidth, int sizeHeight) : width(sizeWidth), height(sizeHeight) {}

@@ -1,5 +1,7 @@
 #pragma once
 
+/// The platform's text, which a host may replace by its own.
+
 #include <corvaneplatform/Export.h>
 
 #include <algorithm>
@@ -10,9 +12,9 @@
 /// The platform's text value: a sequence of UTF-16 code units that needn't be well formed.
 ///
 /// Lengths, offsets and counts are `int` and count code units. No argument makes an operation read outside
-/// the text: an offset below 0 counts as 0 unless told otherwise, and one behind the end finds nothing. A
+/// the text: an offset below 0 counts as 0 unless told otherwise, and one past the end finds nothing. A
 /// text longer than `INT_MAX` code units is refused with `std::length_error`. An operation that throws leaves
-/// its text as it was.
+/// its text as it was. Operations take time linear in their texts unless told otherwise.
 class CORVANEPLATFORM_EXPORT TString
 {
 public:
@@ -52,11 +54,12 @@ public:
     /// The first `count` code units; none with a `count` below 0.
     [[nodiscard]] TString left(int count) const;
     /// At most `count` code units from `position` on; with a `count` below 0, all of them. Empty if
-    /// `position` is at or behind the end.
+    /// `position` is at the end or past it.
     [[nodiscard]] TString mid(int position, int count) const;
     [[nodiscard]] TString Mid(int position, int count) const { return mid(position, count); }
 
-    /// 0 if the texts are equal, else the sign of the first difference, by code units. Cheap and locale-free.
+    /// 0 if the texts are equal; below 0 if this one comes first, else above 0. Texts are ordered by code
+    /// units; no locale plays a part.
     [[nodiscard]] int compare(const TString& other, CaseSensitivity sensitivity) const noexcept;
 
     friend bool operator==(const TString& left, const TString& right) noexcept
@@ -64,7 +67,7 @@ public:
         return std::equal(left.m_text.begin(), left.m_text.end(), right.m_text.begin(), right.m_text.end());
     }
     friend bool operator!=(const TString& left, const TString& right) noexcept { return !(left == right); }
-    /// By code units, so that U+FFFF comes behind both halves of a surrogate pair.
+    /// By code units, so that U+FFFF comes after both halves of a surrogate pair.
     friend bool operator<(const TString& left, const TString& right) noexcept
     {
         return left.m_text < right.m_text;
@@ -90,24 +93,25 @@ public:
     /// Replaces every `before` by `after`, in place.
     TString& replace(char16_t before, const TString& after);
     /// Replaces every `before` by `after`, in place, from left to right; what was put in isn't looked at
-    /// again. An empty `before` is found nowhere. Takes time in proportion to `length()` times the length of
-    /// `before` at worst.
+    /// again. An empty `before` is found nowhere. At worst, the time is in proportion to `length()` times the
+    /// length of `before`.
     TString& replace(const TString& before, const TString& after, CaseSensitivity sensitivity);
     /// Removes at most `count` code units from `position` on, in place; nothing if either is outside the
     /// text.
     TString& removeAt(int position, int count);
 
-    /// The pieces between the separators: one more than there are separators, or the pieces that aren't
-    /// empty, but at least one piece.
+    /// The pieces between the separators: one more than there are separators. `SkipEmptyParts` leaves out the
+    /// empty ones, but there is always at least one piece.
     [[nodiscard]] std::vector<TString> split(char16_t separator, SplitBehavior behavior) const;
+    /// The items with one `separator` between each two; empty without items.
     [[nodiscard]] static TString join(const std::vector<TString>& items, char16_t separator);
 
-    /// `value` in digits of `base` (2 to 36, clamped), filled from the left with `fill` up to `width` code
-    /// units.
+    /// `value` in digits of `base` (2 to 36, clamped), in small letters beyond 9, filled from the left with
+    /// `fill` up to `width` code units.
     [[nodiscard]] static TString number(int value, int base, int width, char16_t fill);
-    /// The number that the whole text spells in digits of `base` (2 to 36, clamped), with a `-` in front of
-    /// it if it is negative. Everything else, white space, `+` and a value beyond `int` included, gives 0,
-    /// and false in `ok` if there is one.
+    /// The number that the whole text spells in digits of `base` (2 to 36, clamped), after a `-` if it is
+    /// negative. Anything else gives 0, also white space, `+` and a value beyond `int`. `ok`, unless null,
+    /// tells whether the text is a number.
     [[nodiscard]] int toInt(bool* ok, int base) const;
 
 private:

@@ -1,12 +1,15 @@
 #pragma once
 
+/// How the library tells that a condition is broken.
+
 #include <corvaneplatform/Export.h>
 
 #include <stdexcept>
 
 /// Thrown where a caller's precondition or an internal condition is broken.
 ///
-/// `File` and `Condition` are kept by pointer: they are string literals of the library that throws.
+/// `File` and `Condition` are kept by pointer: they are string literals of the library that throws, and valid
+/// as long as it is loaded.
 class CORVANEPLATFORM_EXPORT LogicException : public std::logic_error
 {
 public:

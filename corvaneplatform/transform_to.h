@@ -1,12 +1,14 @@
 #pragma once
 
+/// From one container to another.
+
 #include <algorithm>
 #include <iterator>
 
 namespace corvane {
 
-/// A new `Destination` with the result of `function` for every element of `source`, from begin to end. Each
-/// result is moved in behind the one before it; a set drops those that it already holds.
+/// A new `Destination` with the result of `function` for every element of `source`, in the order of `source`.
+/// Each result is moved in at the end; a set or map orders them, and drops those that it already holds.
 template <typename Destination, typename Source, typename Function>
 [[nodiscard]] Destination transform_to(const Source& source, Function function)
 {
