@@ -117,7 +117,7 @@ void TooltipEdit::Apply(const std::vector<Edit>& edits)
             return;
         cursor.setPosition(edit.Replaced.Start);
         cursor.insertText(ToQString(edit.Text));
-        // The last step is a removal, since text that is typed behind an inserted one joins its step to undo.
+        // The last step is a removal, since text that is typed after an inserted one joins its step to undo.
         cursor.setPosition(cursor.position() + length, QTextCursor::KeepAnchor);
         cursor.removeSelectedText();
     });

@@ -61,7 +61,7 @@ public:
     }
 
     /// A position in the text as the library counts it: each doubled quote of the value in front of it counts
-    /// as one. Everything behind the value counts as just behind its closing quote.
+    /// as one. Everything after the value counts as just after its closing quote.
     [[nodiscard]] int ToCounted(int position) const
     {
         const auto next = std::lower_bound(m_positions.begin(), m_positions.end(), position);
