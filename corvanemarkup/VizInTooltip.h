@@ -85,8 +85,9 @@ FindFilterAttributeToken(const MarkupText& sheetMarkupText);
 /// `charRange` counts in `sheetMarkupText`. The fields count in the value with its doubled quotes made
 /// single, so that each doubled quote in front of a field shifts it to the left by one.
 ///
-/// Every pair of integers is a valid range. One that reaches beyond the text is judged like any other.
-/// Positions beyond the range of `int` wrap, so that they may touch a field.
+/// Every pair of integers is a valid range, and one that reaches beyond the text is judged like any other.
+/// Beyond the range of `int`, `start` lies inside a field if its lowest 32 bits do, and positions near the
+/// ends of 64 bits wrap.
 ///
 /// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<int>
