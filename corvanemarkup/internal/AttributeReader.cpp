@@ -10,19 +10,24 @@ bool AreSameAttributeName(TextView left, TextView right)
            (AreSame(left, right) || AttributeName(ToString(left)) == AttributeName(ToString(right)));
 }
 
-TString Unescape(TextView escapedValue)
+void AppendUnescaped(TextView escapedValue, std::u16string& value)
 {
-    std::size_t quote = FindFirstOf<u'"'>(escapedValue, 0);
-    if (quote == NotFound)
-        return ToString(escapedValue);
-    std::u16string value;
-    value.reserve(escapedValue.size());
+    value.reserve(value.size() + escapedValue.size());
     std::size_t copied = 0;
-    for (; quote != NotFound; quote = FindFirstOf<u'"'>(escapedValue, copied)) {
+    for (std::size_t quote = FindFirstOf<u'"'>(escapedValue, 0); quote != NotFound;
+         quote = FindFirstOf<u'"'>(escapedValue, copied)) {
         value.append(escapedValue, copied, quote + 1 - copied);
         copied = quote + (IsDoubled(escapedValue, quote) ? 2 : 1);
     }
     value.append(escapedValue, copied, NotFound);
+}
+
+TString Unescape(TextView escapedValue)
+{
+    if (FindFirstOf<u'"'>(escapedValue, 0) == NotFound)
+        return ToString(escapedValue);
+    std::u16string value;
+    AppendUnescaped(escapedValue, value);
     return ToString(value);
 }
 

@@ -7,13 +7,16 @@
 
 #include <boost/optional.hpp>
 
+#include <string>
+
 namespace corvanemarkup::Internal {
 
 /// Whether the texts are equal as attribute names. Asks of the platform's rule of letter case that it makes
 /// no texts of different lengths equal.
 [[nodiscard]] bool AreSameAttributeName(TextView left, TextView right);
 
-/// The value that `escapedValue` stands for, with its doubled quotes made single.
+/// Appends the value that `escapedValue` stands for, with its doubled quotes made single.
+void AppendUnescaped(TextView escapedValue, std::u16string& value);
 [[nodiscard]] TString Unescape(TextView escapedValue);
 
 /// An attribute token split at its first `=`.

@@ -4,26 +4,31 @@
 
 namespace corvanemarkup::Internal {
 
+ElementStop FindStop(TextView text, std::size_t from, bool quotesProtect)
+{
+    if (!quotesProtect)
+        return {FindNotEscaped<u'<', u'>'>(text, from), false};
+    for (;;) {
+        const std::size_t delimiter = FindNotEscaped<u'<', u'>', u'"'>(text, from);
+        if (delimiter == NotFound || text[delimiter] != u'"')
+            return {delimiter, false};
+        const std::size_t closingQuote = FindNotEscaped<u'"'>(text, delimiter + 1);
+        if (closingQuote == NotFound)
+            return {NotFound, true};
+        from = closingQuote + 1;
+    }
+}
+
 ElementBounds FindEndOfElement(TextView text, std::size_t start, std::size_t from, bool quotesProtect)
 {
     for (;;) {
-        const std::size_t delimiter = quotesProtect ? FindNotEscaped<u'<', u'>', u'"'>(text, from)
-                                                    : FindNotEscaped<u'<', u'>'>(text, from);
-        if (delimiter == NotFound)
-            return {start, NotFound};
-        if (text[delimiter] == u'>')
-            return {start, delimiter};
-        from = delimiter + 1;
-        if (text[delimiter] == u'<') {
-            start = delimiter;
-            // Once quotes protect brackets they do so whatever the element restarts as.
-            quotesProtect = quotesProtect || StartsSheetElement(text, from);
-        } else {
-            const std::size_t closingQuote = FindNotEscaped<u'"'>(text, from);
-            if (closingQuote == NotFound)
-                return {start, NotFound};
-            from = closingQuote + 1;
-        }
+        const std::size_t stop = FindStop(text, from, quotesProtect).Position;
+        if (stop == NotFound || text[stop] == u'>')
+            return {start, stop};
+        start = stop;
+        from = start + 1;
+        // Once quotes protect brackets they do so whatever the element restarts as.
+        quotesProtect = quotesProtect || StartsSheetElement(text, from);
     }
 }
 

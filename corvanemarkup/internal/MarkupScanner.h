@@ -23,6 +23,17 @@ struct ElementBounds
     [[nodiscard]] TextView ContentIn(TextView text) const { return text.substr(Start + 1, End - Start - 1); }
 };
 
+/// Where a scan that is inside an element stops: the first `<` or `>` that counts. `NotFound` if none does to
+/// the end of the text.
+struct ElementStop
+{
+    std::size_t Position = NotFound;
+    bool IsInQuotes = false; ///< whether the text ended between protecting quotes
+};
+
+/// `quotesProtect` tells whether quotes protect brackets.
+[[nodiscard]] ElementStop FindStop(TextView text, std::size_t from, bool quotesProtect);
+
 /// The element that begins with the `<` at `start`, or the one that it restarts as at a later `<`. `from` is
 /// where the search for its end begins, and `quotesProtect` tells whether quotes protect brackets until it
 /// restarts.

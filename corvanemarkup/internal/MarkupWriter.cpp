@@ -13,17 +13,22 @@ std::uint64_t WrittenLength(TextView name, TextView value)
     return std::uint64_t(name.size()) + equalsAndQuotes + value.size() + static_cast<std::uint64_t>(quotes);
 }
 
-void AppendWritten(TextView name, TextView value, std::u16string& text)
+void AppendEscaped(TextView value, std::u16string& text)
 {
-    text.append(name).append(u"=\"");
     for (;;) {
         const std::size_t quote = value.find(u'"');
         text.append(value.substr(0, quote));
         if (quote == NotFound)
-            break;
+            return;
         text.append(u"\"\"");
         value.remove_prefix(quote + 1);
     }
+}
+
+void AppendWritten(TextView name, TextView value, std::u16string& text)
+{
+    text.append(name).append(u"=\"");
+    AppendEscaped(value, text);
     text += u'"';
 }
 

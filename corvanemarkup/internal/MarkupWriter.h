@@ -12,6 +12,9 @@
 
 namespace corvanemarkup::Internal {
 
+/// Appends a value as it stands between its quotes.
+void AppendEscaped(TextView value, std::u16string& text);
+
 [[nodiscard]] std::uint64_t WrittenLength(TextView name, TextView value);
 void AppendWritten(TextView name, TextView value, std::u16string& text);
 

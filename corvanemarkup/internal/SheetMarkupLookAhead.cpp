@@ -1,5 +1,6 @@
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
+#include <corvanemarkup/internal/WhiteSpace.h>
 
 #include <algorithm>
 
@@ -8,22 +9,6 @@ namespace corvanemarkup::Internal {
 using namespace VizInTooltip::Impl;
 
 namespace {
-
-/// Whether `TString::Trim` strips `unit`. Spaces and printable ASCII, which is nearly all that is asked for,
-/// are answered here.
-bool IsTrimmed(char16_t unit)
-{
-    if (unit >= u' ' && unit <= u'~')
-        return unit == u' ';
-    return TString(&unit, 1).Trim().empty();
-}
-
-std::size_t SkipWhiteSpace(TextView text, std::size_t from)
-{
-    while (from < text.size() && IsTrimmed(text[from]))
-        ++from;
-    return from;
-}
 
 constexpr std::size_t LengthOfLongestName()
 {
@@ -53,7 +38,7 @@ bool StartsSheetElement(TextView text, std::size_t offset)
     const std::size_t start = SkipWhiteSpace(text, offset + SheetMarkupElementLiteral.size() + 1);
     std::size_t end = start;
     constexpr std::size_t longestName = LengthOfLongestName();
-    while (end < text.size() && text[end] != u'=' && !IsTrimmed(text[end])) {
+    while (end < text.size() && text[end] != u'=' && !IsWhiteSpace(text[end])) {
         if (end - start == longestName)
             return false;
         ++end;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <corvanemarkup/SheetMarkupFormat.h>
+#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/WrittenForm.h>
 
 namespace corvanemarkup::Internal {
 
@@ -9,6 +11,13 @@ namespace corvanemarkup::Internal {
 {
     return size.width >= 1 && size.width <= VizInTooltip::LargestMaxSize.width && size.height >= 1 &&
            size.height <= VizInTooltip::LargestMaxSize.height;
+}
+
+/// The number that the value of a `maxwidth` or `maxheight` stands for. The fast way comes first.
+[[nodiscard]] inline int ReadSheetLength(TextView escapedValue)
+{
+    int number = 0;
+    return ReadWrittenNumber(escapedValue, number) ? number : Unescape(escapedValue).toInt(nullptr, 10);
 }
 
 } // namespace corvanemarkup::Internal

@@ -25,6 +25,12 @@ public:
     bool Next(TokenView& token);
     /// Whether the text doesn't tokenize. Certain only when `Next` has returned false.
     [[nodiscard]] bool Failed() const { return m_failed; }
+    /// The attribute whose quotes are open, up to the end of the text, once `Next` has failed at it;
+    /// otherwise empty.
+    [[nodiscard]] TextView OpenAttribute() const
+    {
+        return m_failed && m_nameRead ? m_text.substr(m_position) : TextView();
+    }
 
 private:
     [[nodiscard]] std::size_t FindEndOfAttribute() const;

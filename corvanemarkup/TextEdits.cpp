@@ -1,0 +1,293 @@
+#include <corvanemarkup/TextEdits.h>
+#include <corvanemarkup/internal/Check.h>
+#include <corvanemarkup/internal/EditedElement.h>
+#include <corvanemarkup/internal/MarkupWriter.h>
+#include <corvanemarkup/internal/RangeOf.h>
+#include <corvanemarkup/internal/SheetElement.h>
+#include <corvanemarkup/internal/SheetMarkupLookAhead.h>
+
+#include <algorithm>
+
+namespace corvanemarkup::VizInTooltip {
+
+using namespace Internal;
+
+namespace {
+
+bool IsPlain(TextView text, TextView content)
+{
+    const auto start = static_cast<std::size_t>(content.data() - text.data());
+    ReadableElement element;
+    return !StartsSheetElement(text, start) && !StartsSheetElement(content, 0) &&
+           !ReadElement(content, element);
+}
+
+/// The new name; null if the name isn't to change.
+const TString* FindNewName(const std::map<TString, TString>& newNames, TextView name)
+{
+    if (newNames.empty())
+        return nullptr;
+    const TString oldName = ToString(name);
+    const auto found = newNames.find(oldName);
+    return found != newNames.end() && found->second != oldName ? &found->second : nullptr;
+}
+
+/// Renames the sheet and the fields of one valid sheet element.
+class SheetRenaming
+{
+public:
+    SheetRenaming(const WalkedElement& element, TextView text) : m_element(element), m_text(text)
+    {
+        (void)ReadElement(element.Content, m_read);
+    }
+
+    /// Adds the edits that can be made.
+    void AddEdits(const SheetElement& sheet, const std::map<TString, TString>& newSheetNames,
+                  const std::map<TString, TString>& newFields, std::vector<TextEdit>& edits);
+
+private:
+    /// A name that is to change, and where it stands.
+    struct Change
+    {
+        TextView InText;
+        const TString* NewName;
+        std::size_t Field; ///< its index; `NotFound` for the sheet
+        bool IsMade;
+    };
+
+    void MakeWhatCanBe(std::vector<Change>::iterator first, std::vector<Change>::iterator last);
+    [[nodiscard]] bool CanBeMade() const;
+
+    const WalkedElement& m_element;
+    TextView m_text;
+    ReadableElement m_read;
+    std::u16string m_scratch;
+    std::vector<TextView> m_fields;
+    std::vector<Change> m_changes;
+    int m_triesLeft = 64;
+};
+
+void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, TString>& newSheetNames,
+                             const std::map<TString, TString>& newFields, std::vector<TextEdit>& edits)
+{
+    const auto add = [this](TextView inText, const TString* newName, std::size_t field) {
+        if (newName != nullptr)
+            m_changes.push_back({inText, newName, field, false});
+    };
+    const TString sheetName = Unescape(sheet.EscapedName);
+    add(sheet.EscapedName, FindNewName(newSheetNames, ViewOf(sheetName)), NotFound);
+    if (m_read.Filter != NotFound)
+        ForEachFieldInText(sheet.EscapedFilter, m_scratch, [&](TextView inText, TextView meant) {
+            const TextView field = meant.substr(1, meant.size() - 2);
+            add(inText.substr(1, inText.size() - 2), FindNewName(newFields, field), m_fields.size());
+            m_fields.push_back(field);
+        });
+    std::sort(m_changes.begin(), m_changes.end(), [](const Change& left, const Change& right) {
+        return left.InText.data() < right.InText.data();
+    });
+
+    MakeWhatCanBe(m_changes.begin(), m_changes.end());
+    for (const Change& change : m_changes) {
+        if (!change.IsMade)
+            continue;
+        std::u16string escaped;
+        AppendEscaped(ViewOf(*change.NewName), escaped);
+        edits.push_back({RangeOf(change.InText, m_text), ToString(escaped)});
+    }
+}
+
+/// Makes all of the changes if the element reads back then; otherwise tries each half.
+void SheetRenaming::MakeWhatCanBe(std::vector<Change>::iterator first, std::vector<Change>::iterator last)
+{
+    if (first == last || m_triesLeft-- == 0)
+        return;
+    const auto set = [&](bool isMade) {
+        std::for_each(first, last, [isMade](Change& change) { change.IsMade = isMade; });
+    };
+    set(true);
+    if (CanBeMade())
+        return;
+    set(false);
+    if (last - first > 1) {
+        const auto middle = first + (last - first) / 2;
+        MakeWhatCanBe(first, middle);
+        MakeWhatCanBe(middle, last);
+    }
+}
+
+bool SheetRenaming::CanBeMade() const
+{
+    std::uint64_t length = m_element.Content.size();
+    for (const Change& change : m_changes)
+        length += change.IsMade ? 2 * std::uint64_t(ViewOf(*change.NewName).size()) : 0;
+    ExpectedElement expected{TextWithRoomFor(length), m_read.Attributes.size(), m_read.Filter, m_fields};
+    const char16_t* copied = m_element.Content.data();
+    for (const Change& change : m_changes) {
+        if (!change.IsMade)
+            continue;
+        expected.NewContent.append(copied, change.InText.data());
+        AppendEscaped(ViewOf(*change.NewName), expected.NewContent);
+        copied = change.InText.data() + change.InText.size();
+        if (change.Field != NotFound)
+            expected.Fields[change.Field] = ViewOf(*change.NewName);
+    }
+    expected.NewContent.append(copied, m_element.Content.data() + m_element.Content.size());
+    return ReadsAs(m_element, expected);
+}
+
+/// The fields with the new one among them. `first` and `last` are the places of those that it replaces;
+/// `first` is `NotFound` if there are none.
+std::vector<TextView> InsertInto(std::vector<TextView> fields, std::size_t first, std::size_t last,
+                                 TextView field, TextView exclusiveField)
+{
+    const auto erase = [&fields](TextView erased) {
+        fields.erase(std::remove(fields.begin(), fields.end(), erased), fields.end());
+    };
+    if (field == exclusiveField)
+        return {field};
+    if (first == NotFound) {
+        erase(field);
+        fields.push_back(field);
+    } else {
+        const auto place = fields.begin() + static_cast<std::ptrdiff_t>(first);
+        *place = field;
+        fields.erase(place + 1, fields.begin() + static_cast<std::ptrdiff_t>(last + 1));
+    }
+    erase(exclusiveField);
+    return fields;
+}
+
+} // namespace
+
+TString ApplyTextEdits(const TString& text, const std::vector<TextEdit>& edits)
+{
+    const TextView view = ViewOf(text);
+    std::uint64_t length = view.size();
+    std::int64_t end = 0;
+    for (const TextEdit& edit : edits) {
+        const bool isInOrder = IsIn(view, edit.Replaced) && edit.Replaced.start >= end;
+        CORVANEMARKUP_CHECK("corvanemarkup/TextEdits", isInOrder);
+        end = edit.Replaced.end;
+        length += ViewOf(edit.Text).size() - PartOf(view, edit.Replaced).size();
+    }
+
+    std::u16string edited = TextWithRoomFor(length);
+    std::int64_t copied = 0;
+    for (const TextEdit& edit : edits) {
+        edited.append(PartOf(view, {copied, edit.Replaced.start})).append(ViewOf(edit.Text));
+        copied = edit.Replaced.end;
+    }
+    edited.append(view.substr(static_cast<std::size_t>(copied)));
+    return ToString(edited);
+}
+
+bool IsFieldName(const TString& name)
+{
+    const TString element = SurroundWithAngleBrackets(name);
+    const ElementBounds found = FindElement(ViewOf(element), 0);
+    return !name.empty() && found.Found() && found.ContentIn(ViewOf(element)).size() == ViewOf(name).size() &&
+           IsPlain(ViewOf(element), found.ContentIn(ViewOf(element))) && !StartsSheetElement(ViewOf(name), 0);
+}
+
+std::vector<TextEdit> RenameSheetsAndFields(const TString& tooltipText,
+                                            const std::map<TString, TString>& newSheetNames,
+                                            const std::map<TString, TString>& newFields)
+{
+    for (const auto& [oldName, newSheetName] : newSheetNames)
+        CORVANEMARKUP_CHECK("corvanemarkup/TextEdits", !newSheetName.empty());
+    for (const auto& [oldName, newField] : newFields)
+        CORVANEMARKUP_CHECK("corvanemarkup/TextEdits", IsFieldName(newField));
+
+    const TextView text = ViewOf(tooltipText);
+    std::vector<TextEdit> edits;
+    ElementWalk walk(text);
+    for (WalkedElement element; walk.Next(element);) {
+        if (element.EndsWith != WalkedElement::Ending::Bracket)
+            continue;
+        SheetElement sheet;
+        if (ReadSheetElement(element.Content, sheet)) {
+            SheetRenaming(element, text).AddEdits(sheet, newSheetNames, newFields, edits);
+            continue;
+        }
+        const TString* const newField = FindNewName(newFields, element.Content);
+        if (newField != nullptr && IsPlain(text, element.Content) && ReadsAsPlain(element, ViewOf(*newField)))
+            edits.push_back({RangeOf(element.Content, text), *newField});
+    }
+    return edits;
+}
+
+boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, CorvaneCharRange selection,
+                                                    const TString& fieldToInsert,
+                                                    const TString& exclusiveField)
+{
+    const TextView text = ViewOf(tooltipText);
+    if (!IsIn(text, selection) || !IsFieldName(fieldToInsert))
+        return boost::none;
+    ElementWalk walk(text);
+    WalkedElement element{};
+    const auto holdsSelection = [&] {
+        const CorvaneCharRange content = RangeOf(element.Content, text);
+        return content.start <= selection.start && selection.end <= content.end;
+    };
+    do {
+        if (!walk.Next(element))
+            return boost::none;
+    } while (element.EndsWith != WalkedElement::Ending::Bracket || !holdsSelection());
+
+    ReadableElement read;
+    if (!ReadElement(element.Content, read))
+        return boost::none;
+    const TextView oldValue =
+        read.Filter != NotFound ? read.Attributes[read.Filter].EscapedValue : TextView();
+    std::vector<TextView> fields;
+    std::size_t first = NotFound;
+    std::size_t last = NotFound;
+    std::u16string scratch;
+    ForEachFieldInText(oldValue, scratch, [&](TextView inText, TextView meant) {
+        const CorvaneCharRange field = RangeOf(inText, text);
+        // For a cursor this is strictly inside, for a selection it is an overlap.
+        if (field.start < selection.end && selection.start < field.end) {
+            first = std::min(first, fields.size());
+            last = fields.size();
+        }
+        fields.push_back(meant.substr(1, meant.size() - 2));
+    });
+    fields = InsertInto(std::move(fields), first, last, ViewOf(fieldToInsert), ViewOf(exclusiveField));
+
+    std::uint64_t length = 0;
+    for (const TextView field : fields)
+        length += field.size() + std::size(u"<>,") - 1;
+    std::u16string value = TextWithRoomFor(length);
+    for (const TextView field : fields)
+        value.append(value.empty() ? u"<" : u",<").append(field).append(1, u'>');
+
+    // In place of the value; without a filter, after the last attribute or the element's name.
+    std::u16string newText;
+    CorvaneCharRange replaced = RangeOf(oldValue, text);
+    if (read.Filter != NotFound) {
+        AppendEscaped(value, newText);
+    } else {
+        const TextView before = read.Attributes.empty()
+                                    ? element.Content.substr(0, Impl::SheetMarkupElementLiteral.size())
+                                    : read.Attributes.back().Whole;
+        replaced = {RangeOf(before, text).end, RangeOf(before, text).end};
+        newText = u' ';
+        AppendWritten(LiteralOf(Impl::SheetMarkupAttribute::Filter), value, newText);
+    }
+
+    const CorvaneCharRange content = RangeOf(element.Content, text);
+    const bool isNew = read.Filter == NotFound;
+    ExpectedElement expected{TextWithRoomFor(element.Content.size() + newText.size()),
+                             read.Attributes.size() + (isNew ? 1 : 0),
+                             isNew ? read.Attributes.size() : read.Filter, std::move(fields)};
+    expected.NewContent.append(PartOf(text, {content.start, replaced.start}))
+        .append(newText)
+        .append(PartOf(text, {replaced.end, content.end}));
+    if (!ReadsAs(element, expected))
+        return boost::none;
+    const int closingQuote = isNew ? 0 : 1; // which the new text holds if the filter is new
+    return FieldInsertion{{replaced, ToString(newText)},
+                          static_cast<int>(replaced.start) + static_cast<int>(newText.size()) + closingQuote};
+}
+
+} // namespace corvanemarkup::VizInTooltip
