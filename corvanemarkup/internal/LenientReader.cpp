@@ -26,11 +26,11 @@ Word ReadWord(TextView content, std::size_t start)
             closingQuote == NotFound};
 }
 
-/// Where the text goes on after white space, if `unit` stands there; otherwise `NotFound`.
+/// Where the text goes on, after white space if there is any, if `unit` stands there; otherwise `NotFound`.
 std::size_t FindAfterWhiteSpace(TextView content, std::size_t from, char16_t unit)
 {
     const std::size_t next = SkipWhiteSpace(content, from);
-    return next > from && next < content.size() && content[next] == unit ? next : NotFound;
+    return next < content.size() && content[next] == unit ? next : NotFound;
 }
 
 MeantAttribute::Fault Judge(const Word& word)
