@@ -6,10 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <climits>
+#include <cmath>
 #include <cstdio>
-#include <ctime>
 
 #if defined(__GLIBC__)
 #include <malloc.h>
@@ -17,25 +16,18 @@
 
 namespace {
 
-using namespace benchmarks;
-
-using Milliseconds = std::chrono::duration<double, std::milli>;
-
 constexpr std::array<std::size_t, 4> Sizes = {125000, 250000, 500000, 1000000};
-using Times = std::array<Milliseconds, Sizes.size()>;
+using Times = std::array<double, Sizes.size()>; // in milliseconds
 
-/// The processor time of the shortest of some runs, which is the one that the rest of the machine disturbed
-/// least.
-Milliseconds TimeOf(const Operation& operation, const OperationInput& input)
+/// The time of the shortest of some runs, which is the one that the rest of the machine disturbed least.
+double ShortestTimeOf(const Operation& operation, const Arguments& arguments)
 {
     constexpr int mostRuns = 10;
-    constexpr Milliseconds longEnough(40);
-    Milliseconds shortest = Milliseconds::max();
-    Milliseconds total(0);
+    constexpr double longEnough = 40;
+    double shortest = HUGE_VAL;
+    double total = 0;
     for (int run = 0; run < mostRuns && total < longEnough; ++run) {
-        const std::clock_t start = std::clock();
-        operation.Run(input);
-        const Milliseconds time(1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+        const double time = operation.TimeOf(arguments);
         shortest = std::min(shortest, time);
         total += time;
     }
@@ -45,7 +37,7 @@ Milliseconds TimeOf(const Operation& operation, const OperationInput& input)
 double Growth(const Times& times)
 {
     // The clock counts microseconds.
-    constexpr Milliseconds shortestToTell(0.1);
+    constexpr double shortestToTell = 0.1;
     return times.back() < shortestToTell ? 0 : times.back() / times.front();
 }
 
@@ -53,7 +45,7 @@ double Growth(const Times& times)
 // than eight times as long. A quadratic cost takes 64 times as long, and some time it does take.
 bool IsSuperlinear(const Times& times)
 {
-    return Growth(times) > 30 && times.back() > Milliseconds(5);
+    return Growth(times) > 30 && times.back() > 5;
 }
 
 /// The times of all operations. What looks superlinear is measured again, since it may have been disturbed.
@@ -63,14 +55,14 @@ std::vector<Times> Measure(const HostileFamily& family)
     std::vector<Times> times(operations.size());
     std::vector<bool> isDoubtful(operations.size(), true);
     for (Times& ofOperation : times)
-        ofOperation.fill(Milliseconds::max());
+        ofOperation.fill(HUGE_VAL);
 
     for (int round = 0; round < 3; ++round) {
         for (std::size_t size = 0; size < Sizes.size(); ++size) {
-            const OperationInput input(family.Make(Sizes[size]));
+            const Arguments arguments(family.Make(Sizes[size]));
             for (std::size_t i = 0; i < operations.size(); ++i)
                 if (isDoubtful[i])
-                    times[i][size] = std::min(times[i][size], TimeOf(operations[i], input));
+                    times[i][size] = std::min(times[i][size], ShortestTimeOf(operations[i], arguments));
         }
         std::transform(times.begin(), times.end(), isDoubtful.begin(), IsSuperlinear);
         if (std::find(isDoubtful.begin(), isDoubtful.end(), true) == isDoubtful.end())
@@ -81,8 +73,8 @@ std::vector<Times> Measure(const HostileFamily& family)
 
 void Print(const Operation& operation, const HostileFamily& family, const Times& times)
 {
-    std::printf("%-68s %8.2f  %5.2f %5.2f %5.2f  %s%s\n", operation.Name, times.back().count(),
-                times[1] / times[0], times[2] / times[1], times[3] / times[2], family.Name().c_str(),
+    std::printf("%-99s %8.2f  %5.2f %5.2f %5.2f  %s%s\n", operation.Name, times.back(), times[1] / times[0],
+                times[2] / times[1], times[3] / times[2], family.Name.c_str(),
                 IsSuperlinear(times) ? "  <-- SUPERLINEAR" : "");
 }
 
@@ -100,7 +92,7 @@ void KeepMemory()
 int main()
 {
     KeepMemory();
-    const std::vector<HostileFamily>& families = HostileFamilies();
+    const std::vector<HostileFamily> families = HostileFamilies();
     const std::vector<Operation>& operations = Operations();
 
     std::vector<std::vector<Times>> times; // by family, then by operation
@@ -110,7 +102,7 @@ int main()
     std::printf("%zu operations on %zu families of texts. For each operation: the family on which its time\n"
                 "grows fastest, and all on which it grows faster than it should.\n\n",
                 operations.size(), families.size());
-    std::printf("%-68s %8s  %5s %5s %5s  %s\n", "operation", "ms at 8n", "2n/n", "4n/2n", "8n/4n", "family");
+    std::printf("%-99s %8s  %5s %5s %5s  %s\n", "operation", "ms at 8n", "2n/n", "4n/2n", "8n/4n", "family");
     for (std::size_t i = 0; i < operations.size(); ++i) {
         const auto worst =
             std::max_element(times.begin(), times.end(), [i](const auto& left, const auto& right) {

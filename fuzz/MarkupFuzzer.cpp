@@ -1,6 +1,6 @@
 /// Holds every exported operation to its laws, on a text made of arbitrary bytes.
 
-#include "../tests/Agreements.h"
+#include "Agreements.h"
 
 #include <corvanemarkup/TokenizeAttributedMarkupText.h>
 

@@ -1,5 +1,5 @@
-#include "../benchmarks/HostileTexts.h"
-#include "../benchmarks/Operations.h"
+#include "HostileTexts.h"
+#include "Operations.h"
 
 #include <gtest/gtest.h>
 
@@ -7,20 +7,20 @@
 
 namespace {
 
-class Hostile : public testing::TestWithParam<benchmarks::HostileFamily>
+class Hostile : public testing::TestWithParam<HostileFamily>
 {
 };
 
 TEST_P(Hostile, EveryOperationEndsInTime)
 {
-    const benchmarks::OperationInput input(GetParam().Make(1000000));
-    std::cout << GetParam().Name() << ", up to: ";
-    for (const benchmarks::Operation& operation : benchmarks::Operations()) {
+    Arguments arguments(GetParam().Make(1000000));
+    std::cout << GetParam().Name << ", up to: ";
+    for (const Operation& operation : Operations()) {
         std::cout << operation.Name << std::endl; // which tells what a timeout ended
-        operation.Run(input);
+        operation.Run(arguments);
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, Hostile, testing::ValuesIn(benchmarks::HostileFamilies()));
+INSTANTIATE_TEST_SUITE_P(Families, Hostile, testing::ValuesIn(HostileFamilies()));
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <corvaneplatform/TString.h>
 
+#include <gtest/gtest.h>
+
 #include <climits>
 
 namespace {

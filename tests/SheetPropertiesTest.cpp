@@ -2,6 +2,8 @@
 
 #include <corvanemarkup/VizInTooltipProperties.h>
 
+#include <gtest/gtest.h>
+
 using namespace corvanemarkup;
 
 namespace {

@@ -6,8 +6,6 @@
 #include <corvanemarkup/VizInTooltipImpl.h>
 #include <corvaneplatform/ThrowLogicException.h>
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <string>
 #include <string_view>

@@ -9,6 +9,8 @@
 #include <corvanemarkup/ParseAttributedMarkupText.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 
 /// All that a scan tells, in one form for the library and for the textbook.
