@@ -139,7 +139,8 @@ public:
             units.push_back(separator);
         }
         TString result;
-        result.Assign(units.data(), units.data() + std::max<std::size_t>(units.size(), 1) - 1);
+        if (!units.empty())
+            result.Assign(units.data(), units.data() + units.size() - 1);
         return result;
     }
     static TString number(int value, int /*base*/, int /*width*/, char16_t /*fill*/)
