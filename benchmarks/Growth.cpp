@@ -20,7 +20,7 @@ constexpr std::array<std::size_t, 4> Sizes = {125000, 250000, 500000, 1000000};
 using Times = std::array<double, Sizes.size()>; // in milliseconds
 
 /// The time of the shortest of some runs, which is the one that the rest of the machine disturbed least.
-double ShortestTimeOf(const Operation& operation, const Arguments& arguments)
+double ShortestTimeOf(const Operation& operation, Arguments& arguments)
 {
     constexpr int mostRuns = 10;
     constexpr double longEnough = 40;
@@ -59,7 +59,7 @@ std::vector<Times> Measure(const HostileFamily& family)
 
     for (int round = 0; round < 3; ++round) {
         for (std::size_t size = 0; size < Sizes.size(); ++size) {
-            const Arguments arguments(family.Make(Sizes[size]));
+            Arguments arguments(family.Make(Sizes[size]));
             for (std::size_t i = 0; i < operations.size(); ++i)
                 if (isDoubtful[i])
                     times[i][size] = std::min(times[i][size], ShortestTimeOf(operations[i], arguments));

@@ -4,40 +4,11 @@
 
 #include <corvanemarkup/TokenizeAttributedMarkupText.h>
 
-using namespace corvanemarkup;
-using namespace corvanemarkup::VizInTooltip;
-using namespace corvanemarkup::VizInTooltip::Impl;
-
 namespace {
 
 TString Part(const TString& text, const CorvaneCharRange& range)
 {
     return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
-}
-
-void CheckScanning(const TString& text, int from)
-{
-    const auto all = [](const TString&) { return true; };
-    std::int64_t end = 0;
-    for (const auto& [range, content] : FindCharRangesOfKnownMarkupElements(text, all)) {
-        EXPECT_TRUE(end <= range.start && range.end <= text.length());
-        EXPECT_EQ(Part(text, range), SurroundWithAngleBrackets(content));
-        end = range.end;
-    }
-    TString content;
-    int length = 0;
-    const int start = FindNextKnownMarkupElement(text, from, length, content, all);
-    EXPECT_TRUE(start == -1 || text.mid(start, length) == SurroundWithAngleBrackets(content));
-    CorvaneMarkupTokenizer steps(text);
-    EXPECT_EQ(steps.FindNextMarkupElement(from), start);
-    for (const bool isSheetMarkup : {false, true, false}) { // steps that no walk takes, too
-        steps.FindEndOfTokenAndUpdateStartIfNeeded(isSheetMarkup);
-        steps.FindOneOfNotEscaped(text.left(3));
-        steps.FindStartOfToken();
-        EXPECT_LT(std::max(steps.GetOffset(), steps.GetTokenStart()), text.length());
-        (void)ShowOrCondition([&] { return steps.GetContentOfCurrentMarkupElement(); });
-    }
-    EXPECT_EQ(steps.IsTextAtOffsetSheetMarkup(from), from >= 0 && textbook::IsSheetMarkupText(text, from));
 }
 
 void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString& field)
@@ -60,9 +31,6 @@ void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString
         return;
 
     ExpectReadsBack(*list, elementName);
-    const auto filter = FindFilterAttributeToken(markup);
-    EXPECT_TRUE(!filter || ExtractNameAndValue(Part(text, *filter))->Value ==
-                               *list->GetAttributeValueForName(Name(u"filter")));
     if (elementName == Text(u"Sheet"))
         for (const std::u16string_view inserted : {u"a", u"ALL", u"q\"r"})
             ExpectLawsOfEditing(markup, range, Text(inserted));
@@ -77,8 +45,6 @@ void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString
     MarkupText renamed;
     EXPECT_TRUE(ReplaceSheetNameInSheetMarkupText(markup, name, field, renamed));
     EXPECT_EQ(GetTargetSheetNameFromMarkupText(renamed), field);
-    const TString same = ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond(markup, markup);
-    EXPECT_EQ(same.compare(list->ToMarkupText(elementName), TString::CaseSensitivity(0)), 0);
 }
 
 } // namespace
@@ -95,15 +61,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t i = 2; i < size; ++i)
         units += data[i] < 0x80 ? char16_t(data[i]) : odd[data[i] % std::size(odd)];
     const TString text = Text(units);
-    CheckScanning(text, static_cast<int>(range.start));
     CheckMarkup(MarkupText(text), range, text.left(3));
     for (const TString& content : CollectMarkupElements(text))
         CheckMarkup(MarkupText(content), range, text.mid(data[0], data[1] % 16));
     // The textbook takes its time.
-    EXPECT_TRUE(size > 64 || ScanByLibrary(text) == ScanByTextbook(text));
+    EXPECT_TRUE(size > 100 || ScanByLibrary(text) == ScanByTextbook(text));
     EXPECT_TRUE(size > 2000 || ReadByLibrary(text) == ReadByTextbook(text));
     EXPECT_TRUE(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(text, text).empty());
-    EXPECT_EQ(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(text, TString()).size(),
-              GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(text).size());
     return 0;
 }

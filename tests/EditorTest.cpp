@@ -19,6 +19,7 @@
 
 #include <memory>
 
+using namespace Qt::StringLiterals;
 using namespace editor;
 
 class EditorTest : public QObject
@@ -26,7 +27,7 @@ class EditorTest : public QObject
     Q_OBJECT
 
     QTemporaryDir m_folder;
-    QString m_path = m_folder.filePath(QStringLiteral("a.tooltip"));
+    QString m_path = m_folder.filePath(u"a.tooltip"_s);
     std::unique_ptr<EditorWindow> m_window;
     TooltipEdit* m_edit = nullptr;
     QString m_asked;
@@ -78,7 +79,7 @@ class EditorTest : public QObject
             shown += ((*item)->parent() == nullptr ? u'/' : u' ') + (*item)->text(0);
         for (const QListWidgetItem* changed :
              m_window->findChild<QListWidget*>()->findItems(QString(), Qt::MatchContains))
-            shown += QStringLiteral(" changed:") + changed->text();
+            shown += u" changed:"_s + changed->text();
         return shown;
     }
 
@@ -90,7 +91,7 @@ class EditorTest : public QObject
     static void Type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QLatin1String(text)); }
     static void Insert(const char* field)
     {
-        Press(Qt::Key_I, Qt::AltModifier);
+        Press(Qt::Key_I, Qt::ControlModifier);
         Type(field);
         Press(Qt::Key_Return);
     }
@@ -120,8 +121,7 @@ class EditorTest : public QObject
 private slots:
     void init()
     {
-        m_window =
-            std::make_unique<EditorWindow>(QStringList{QStringLiteral("Region"), QStringLiteral("Year")});
+        m_window = std::make_unique<EditorWindow>(QStringList{u"Region"_s, u"Year"_s});
         m_edit = m_window->findChild<TooltipEdit*>();
         Show();
     }
@@ -130,15 +130,15 @@ private slots:
     {
         QVERIFY(!m_window->isWindowModified());
         Type("a <b> <Sheet name=\"S\" filter=\"<x>,<y>\"> <Sheet name=\"T\" filter=\"\"");
-        QCOMPARE(Panel(), QStringLiteral("/S x y"));
+        QCOMPARE(Panel(), u"/S x y"_s);
         Type("> <Sheet name=\"U\">");
-        QCOMPARE(Panel(), QStringLiteral("/S x y/T (no fields)/U All Fields"));
+        QCOMPARE(Panel(), u"/S x y/T (no fields)/U All Fields"_s);
     }
 
     void ElementsHaveTheirColours()
     {
         m_edit->setPlainText(
-            QStringLiteral("<b> <Sheet name=\"\"\"N\" filter=\"<\"\"x>,<y>\"><Sheet name=\"\"> <c <d> <"));
+            u"<b> <Sheet name=\"\"\"N\" filter=\"<\"\"x>,<y>\"><Sheet name=\"\"> <c <d> <"_s);
         QString shown;
         for (const auto& selection : m_edit->extraSelections()) {
             const QTextCharFormat& format = selection.format;
@@ -147,16 +147,12 @@ private slots:
                     .color()
                     .hslHue();
             // the text, the hue of its ground or else of its ink, and the underline
-            shown += QStringLiteral("%1 %2 %3|")
-                         .arg(selection.cursor.selectedText())
-                         .arg(hue)
-                         .arg(format.underlineStyle());
+            shown +=
+                u"%1 %2 %3|"_s.arg(selection.cursor.selectedText()).arg(hue).arg(format.underlineStyle());
         }
-        QCOMPARE(
-            shown,
-            QStringLiteral(
-                R"(<b> 215 0|<Sheet name="""N" filter="<""x>,<y>"> 130 0|""N 285 0|<""x> 215 0|<y> 215 0|)"
-                R"(<Sheet name=""> 0 6|<c  -1 2|<d> 215 0|< -1 2|)"));
+        QCOMPARE(shown,
+                 uR"(<b> 215 0|<Sheet name="""N" filter="<""x>,<y>"> 130 0|""N 285 0|<""x> 215 0|<y> 215 0|)"
+                 R"(<Sheet name=""> 0 6|<c  -1 2|<d> 215 0|< -1 2|)"_s);
         const auto hover = [this](int position) {
             QTextCursor cursor(m_edit->document());
             cursor.setPosition(position);
@@ -166,66 +162,53 @@ private slots:
             return QToolTip::text();
         };
         QCOMPARE(hover(10), QString());
-        QCOMPARE(hover(50), QStringLiteral("The name of the sheet is missing."));
+        QCOMPARE(hover(50), u"The name of the sheet is missing."_s);
     }
 
-    void FieldsGoWhereTheLibrarySays_data()
+    void FieldsGoWhereTheLibrarySays()
     {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("field");
-        QTest::addColumn<QString>("after");
-        const auto row = [](const char* name, const char* before, const char* field, const char* after) {
-            QTest::newRow(name) << before << field << after;
+        const auto insert = [this](const char* before, const char* field, const char* after) {
+            const bool isTaken = after != nullptr;
+            Open(QString::fromLatin1(before));
+            const QString expected = isTaken ? QString::fromLatin1(after) : Marked();
+            Insert(field);
+            QVERIFY2(Marked() == expected, before);
+            QVERIFY2(m_window->statusBar()->currentMessage().isEmpty() == isTaken, before);
+            QVERIFY2(m_edit->hasFocus() == isTaken, before);
+            m_edit->setFocus();
         };
-        row("cursor", R"(a <Sheet name="S" filter="<x>,<^y>"> b)", "Year",
-            R"(a <Sheet name="S" filter="<x>,<Year>"^> b)");
-        row("selection", R"(<Sheet filter="<^x>,<y^>,<z>" name="S">)", "Region",
-            R"(<Sheet filter="<Region>,<z>"^ name="S">)");
-        row("exclusive field", R"(<Sheet name="S" filter="<x>,<y>^">)", "All",
-            R"(<Sheet name="S" filter="<All>"^>)");
-        row("no filter yet", R"(<She^et name="S">)", "Year", R"(<Sheet name="S" filter="<Year>"^>)");
-        row("doubled quotes in front", R"(<Sheet name="S" filter="<""x"">,<^y>,<z>">)", "Year",
-            R"(<Sheet name="S" filter="<""x"">,<Year>,<z>"^>)");
-        row("lines", "<b>\n<Sheet name=\"a\nb\" filter=\"<^x>\">", "Year",
-            "<b>\n<Sheet name=\"a\nb\" filter=\"<Year>\"^>");
+        insert(R"(a <Sheet name="S" filter="<x>,<^y>"> b)", "Year",
+               R"(a <Sheet name="S" filter="<x>,<Year>"^> b)");
+        insert(R"(<Sheet filter="<^x>,<y^>,<z>" name="S">)", "Region",
+               R"(<Sheet filter="<Region>,<z>"^ name="S">)");
+        insert(R"(<Sheet name="S" filter="<x>,<y>^">)", "All", R"(<Sheet name="S" filter="<All>"^>)");
+        insert(R"(<She^et name="S">)", "Year", R"(<Sheet name="S" filter="<Year>"^>)");
+        insert("<b>\n<Sheet name=\"a\nb\" filter=\"<\"\"x\"\">,<^y>,<z>\">", "Year",
+               "<b>\n<Sheet name=\"a\nb\" filter=\"<\"\"x\"\">,<Year>,<z>\"^>");
         for (const char* text :
              {"<Sheet name=\"S\">^", "<Re^gion>", "<Sheet name=^>", "<Sheet name=\"a\n^", "<Sheet tip=\"^\">",
               "<Sheet \"a=\"^\" name=\"b\">", "<^b> <Sheet name=\"^S\">"})
-            row(text, text, "Year", nullptr);
-        row("brackets", R"(<Sheet name="^S">)", "a>b", nullptr);
-    }
-    void FieldsGoWhereTheLibrarySays()
-    {
-        QFETCH(const QString, before);
-        QFETCH(const QString, field);
-        QFETCH(const QString, after);
-        Open(before);
-        const QString unchanged = Marked();
-        Insert(qPrintable(field));
-        QCOMPARE(Marked(), after.isNull() ? unchanged : after);
-        QCOMPARE(m_window->statusBar()->currentMessage().isEmpty(), !after.isNull());
-        QCOMPARE(m_edit->hasFocus(), !after.isNull());
+            insert(text, "Year", nullptr);
+        insert(R"(<Sheet name="^S">)", "a>b", nullptr);
     }
 
     void EachEditIsOneStepToUndo()
     {
         const auto original =
-            QStringLiteral(R"(<Sheet name="S" filter="<x>"> <Sheet  name="T"> <Sheet filter="" name="S">)");
+            uR"(<Sheet name="S" filter="<x>"> <Sheet  name="T"> <Sheet filter="" name="S">)"_s;
         Open(QString(original).insert(26, u'^'));
-        Press(Qt::Key_I, Qt::ControlModifier);
-        Type("Year");
-        Press(Qt::Key_Return);
+        Insert("Year");
         Insert("Year"); // in its own place, which is no step
         Type(" ");
         InNext<QInputDialog>([](QInputDialog& dialog) {
-            QCOMPARE(dialog.textValue(), QStringLiteral("S"));
-            dialog.setTextValue(QStringLiteral("New \"name\""));
+            QCOMPARE(dialog.textValue(), u"S"_s);
+            dialog.setTextValue(u"New \"name\""_s);
             dialog.accept();
         });
         Press(Qt::Key_F2);
-        QCOMPARE(Text(), QStringLiteral(R"(<Sheet name="New ""name""" filter="<Year>"> <Sheet  name="T"> )"
-                                        R"(<Sheet filter="" name="New ""name""">)"));
-        QCOMPARE(Panel(), QStringLiteral("/New \"name\" Year/T All Fields changed:S"));
+        QCOMPARE(Text(), uR"(<Sheet name="New ""name""" filter="<Year>"> <Sheet  name="T"> )"
+                         R"(<Sheet filter="" name="New ""name""">)"_s);
+        QCOMPARE(Panel(), u"/New \"name\" Year/T All Fields changed:S"_s);
         Show();
         QStringList steps;
         for (int i = 0; i < 3; ++i) {
@@ -233,10 +216,8 @@ private slots:
             steps.append(Text());
         }
         QCOMPARE(steps[0],
-                 QStringLiteral(
-                     R"(<Sheet name="S" filter="<Year>" > <Sheet  name="T"> <Sheet filter="" name="S">)"));
-        QCOMPARE(steps[1],
-                 QString(steps[0]).remove(QStringLiteral("\" >")).insert(30, QStringLiteral("\">")));
+                 uR"(<Sheet name="S" filter="<Year>" > <Sheet  name="T"> <Sheet filter="" name="S">)"_s);
+        QCOMPARE(steps[1], QString(steps[0]).remove(u"\" >"_s).insert(30, u"\">"_s));
         QCOMPARE(Marked(), QString(original).insert(26, u'^'));
         QVERIFY(!m_window->isWindowModified());
         for (int i = 0; i < 2; ++i)
@@ -257,41 +238,40 @@ private slots:
             Press(Qt::Key_S, Qt::ControlModifier);
             QCOMPARE(Written(), bytes + '!');
         }
-        m_edit->setPlainText(QStringLiteral("<a\u00A0b>\n\u2028"));
+        m_edit->setPlainText(u"<a\u00A0b>\n\u2028"_s);
         for (const Qt::Key key : {Qt::Key_A, Qt::Key_X, Qt::Key_V, Qt::Key_S})
             Press(key, Qt::ControlModifier);
-        QCOMPARE(Written(), "<a\xC2\xA0"
-                            "b>\n\xE2\x80\xA8");
+        QCOMPARE(Written(), QByteArray("<a\xC2\xA0") + "b>\n\xE2\x80\xA8");
         const QByteArray saved = Written();
         const QString lone(QChar(0xD800));
         QCOMPARE(ToQString(ToTString(lone)), lone);
         m_edit->insertPlainText(lone);
         Answer(QMessageBox::Ok);
         Press(Qt::Key_S, Qt::ControlModifier);
-        QVERIFY2(m_asked.contains(QStringLiteral("surrogate")), qPrintable(m_asked));
+        QVERIFY2(m_asked.contains(u"surrogate"_s), qPrintable(m_asked));
         QCOMPARE(Written(), saved);
     }
 
     void WhatCannotBeReadIsTold()
     {
-        Open(QStringLiteral("kept"));
+        Open(u"kept"_s);
         Write("\xC3");
-        for (const QString& path : {m_path, m_folder.path(), m_folder.filePath(QStringLiteral("none"))}) {
+        for (const QString& path : {m_path, m_folder.path(), m_folder.filePath(u"none"_s)}) {
             Answer(QMessageBox::Ok);
             QVERIFY(!m_window->Open(path));
-            QVERIFY2(m_asked.contains(path + QStringLiteral(": ")), qPrintable(m_asked));
+            QVERIFY2(m_asked.contains(path + u": "_s), qPrintable(m_asked));
         }
-        QCOMPARE(Text(), QStringLiteral("kept"));
+        QCOMPARE(Text(), u"kept"_s);
         Write("a\rb\nc");
         Answer(QMessageBox::Ok);
         QVERIFY(m_window->Open(m_path));
-        QVERIFY2(m_asked.contains(QStringLiteral("line ends")), qPrintable(m_asked));
+        QVERIFY2(m_asked.contains(u"line ends"_s), qPrintable(m_asked));
         QVERIFY(m_window->isWindowModified());
     }
 
     void ClosingAsksBeforeChangesAreLost()
     {
-        Open(QStringLiteral("<Sheet name=\"^S\">"));
+        Open(u"<Sheet name=\"^S\">"_s);
         Type("x");
         for (const Qt::Key key : {Qt::Key_N, Qt::Key_O, Qt::Key_Q}) {
             Answer(QMessageBox::Cancel);
@@ -300,7 +280,7 @@ private slots:
             Show();
         }
         QVERIFY(m_window->isVisible());
-        QCOMPARE(Text(), QStringLiteral("<Sheet name=\"xS\">"));
+        QCOMPARE(Text(), u"<Sheet name=\"xS\">"_s);
         QCOMPARE(Written(), "<Sheet name=\"S\">");
         Answer(QMessageBox::Save);
         QVERIFY(m_window->close());

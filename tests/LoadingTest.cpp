@@ -1,13 +1,13 @@
 #include <cstdio>
 #include <dlfcn.h>
 
-/// Loads the plug-in (the first argument) again and again; the libraries (the others) must go with it.
+/// Loads a host (the first argument) again and again; the libraries (the others) must go with it.
 int main(int argc, char** argv)
 {
     for (int round = 0; round < 100; ++round) {
-        void* const plugin = dlopen(argv[1], RTLD_NOW);
-        void* const call = plugin != nullptr ? dlsym(plugin, "CallTheLibrary") : nullptr;
-        if (call == nullptr || !reinterpret_cast<bool (*)()>(call)() || dlclose(plugin) != 0)
+        void* const host = dlopen(argv[1], RTLD_NOW);
+        void* const call = host != nullptr ? dlsym(host, "main") : nullptr;
+        if (call == nullptr || reinterpret_cast<int (*)()>(call)() != 0 || dlclose(host) != 0)
             return std::puts("the call failed");
         for (int i = 1; i < argc; ++i)
             if (dlopen(argv[i], RTLD_NOW | RTLD_NOLOAD) != nullptr)

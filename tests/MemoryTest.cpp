@@ -37,8 +37,8 @@ TEST(Memory, AnyAllocationMayFail)
                                  u"filter='<a long ''field''>,<another one>'>");
     const TString tooltip = Text(u"a <b> <<") + element + Text(u" <Sheet name='two'> <Sheet  name='two'>");
     const auto showWritten = [](const Arguments& a) {
-        return Show(a.Quoted) + Show(a.Found) + Show(a.Replaced) + Show(a.Length) +
-               Show(a.InFront.GetOffset()) + Show(a.InFront.GetTokenStart());
+        return Show(a.Written) + Show(a.Replaced) + Show(a.Length) + Show(a.InFront.GetOffset()) +
+               Show(a.InFront.GetTokenStart());
     };
     std::size_t count = 0;
     for (const Operation& operation : Operations()) {

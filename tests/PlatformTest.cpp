@@ -33,7 +33,7 @@ TEST(Platform, NoPositionReachesOutsideTheText)
     }
     EXPECT_EQ(text.constData()[4], u'\0');
     EXPECT_EQ(Show(TString(u"a\0b", -1)), "a");
-    EXPECT_EQ(Show(TString(u"a\0b", 3)), "a{0}b");
+    EXPECT_EQ(Show(TString(nullptr, 3) + TString(nullptr, -1)), "");
 }
 
 TEST(Platform, ComparisonAndReplacement)
@@ -50,7 +50,8 @@ TEST(Platform, ComparisonAndReplacement)
     EXPECT_EQ(compare(u"Name", u"name", 1), -1);
     EXPECT_TRUE(Text(u"\xD83D\xDE00") < Text(u"\xFFFF")) << "by code units";
 
-    EXPECT_EQ(Show(Text(u"aaaaa").replace(Text(u"aa"), Text(u"a"), TString::CaseSensitivity(1))), "aaa");
+    EXPECT_EQ(Show(Text(u"ababaAbaaba").replace(Text(u"aba"), Text(u"a"), TString::CaseSensitivity(1))),
+              "abaAbaa");
     EXPECT_EQ(Show(Text(u"xAbx").replace(Text(u"aB"), Text(u"long"), TString::CaseSensitivity(0))), "xlongx");
     EXPECT_EQ(Show(Text(u"ab").replace(TString(), Text(u"x"), TString::CaseSensitivity(1))), "ab");
     // 50,000 times 50,000 code units would be too many; refused before anything is allocated for them.
@@ -61,7 +62,7 @@ TEST(Platform, ComparisonAndReplacement)
 
 TEST(Platform, PiecesAndNumbers)
 {
-    EXPECT_EQ(Show(Text(u"=a==b").split(u'=', TString::SplitBehavior(0))), "[][a][][b]");
+    EXPECT_EQ(Show(Text(u"=a==b=").split(u'=', TString::SplitBehavior(0))), "[][a][][b][]");
     EXPECT_EQ(Show(Text(u"=a==b=").split(u'=', TString::SplitBehavior(1))), "[a][b]");
     EXPECT_EQ(Show(TString().split(u'=', TString::SplitBehavior(1))), "[]");
     EXPECT_EQ(Show(TString::join({Text(u"a"), TString(), Text(u"b")}, u',')), "a,,b");
@@ -69,23 +70,31 @@ TEST(Platform, PiecesAndNumbers)
     EXPECT_EQ(Show(Text(u"\t\v a b\r\n \f").Trim()), "a b");
     EXPECT_EQ(Show(Text(u"\u00A0").Trim()), "{A0}");
     EXPECT_EQ(Show(TString::number(-300, 10, 6, u'*')), "**-300");
+    EXPECT_EQ(Show(TString::number(-5, INT_MIN, INT_MIN, u'*')), "-101");
+    EXPECT_EQ(Show(TString::number(35, INT_MAX, 0, u'*')), "z");
+    EXPECT_EQ(Text(u"-101").toInt(nullptr, 1) + Text(u"Z").toInt(nullptr, 37), 30);
 
-    constexpr struct
-    {
-        std::u16string_view text;
-        bool isNumber;
-        int value;
-    } rows[] = {
+    const Rows<std::u16string_view, bool, int> rows = {
         {u"-0012", true, -12},     {u"2147483647", true, INT_MAX},
         {u"2147483648", false, 0}, {u"", false, 0},
         {u"-", false, 0},          {u"+1", false, 0},
         {u" 1", false, 0},         {u"1\0"sv, false, 0},
-        {u"1.5", false, 0},        {u"\u0661", false, 0},
+        {u"1.5", false, 0},        {u"\u0131", false, 0},
     };
-    for (const auto& row : rows) {
-        bool isNumber = !row.isNumber;
-        EXPECT_EQ(Text(row.text).toInt(&isNumber, 10), row.value) << Show(Text(row.text));
-        EXPECT_EQ(isNumber, row.isNumber);
+    for (const auto& [text, isNumber, value] : rows) {
+        bool ok = !isNumber;
+        EXPECT_EQ(Text(text).toInt(&ok, 10), value) << Show(Text(text));
+        EXPECT_EQ(ok, isNumber);
+    }
+}
+
+TEST(Platform, TheException)
+{
+    try {
+        ThrowLogicException("folder/Source", 7, "condition");
+    } catch (const std::logic_error& error) {
+        EXPECT_STREQ(error.what(), "folder/Source:7: condition");
+        EXPECT_EQ(dynamic_cast<const LogicException&>(error).Line(), 7);
     }
 }
 

@@ -7,7 +7,7 @@
 
 #include <cstring>
 
-int main()
+[[gnu::visibility("default")]] int main() // also called as a plug-in that is loaded and unloaded
 {
     using namespace corvanemarkup;
     if (std::strncmp(GetVersion(), "1.", 2) != 0 || VersionMajor != 1)

@@ -8,6 +8,7 @@
 #include <corvanemarkup/CorvaneMarkupTokenizer.h>
 #include <corvanemarkup/ParseAttributedMarkupText.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
+#include <corvaneplatform/transform_to.h>
 
 #include <gtest/gtest.h>
 
@@ -17,14 +18,28 @@
 using Scan = std::vector<std::string>;
 
 template <typename Tokenizer, typename Find, typename Collect>
-Scan ScanBy(const TString& text, Tokenizer tokenizer, Find find, Collect collect)
+Scan ScanBy(const TString& text, Tokenizer tokenizer, Find find, Collect collect,
+            const std::vector<TString>& fields)
 {
-    Scan scan{Show(collect(text))};
+    Scan scan{Show(collect(text)), Show(fields)};
+    const auto note = [&](int result) {
+        scan.push_back(Show(result) + ' ' + Show(tokenizer.GetOffset()) + ' ' +
+                       Show(tokenizer.GetTokenStart()));
+    };
     for (int offset = text.length(); offset >= -1; --offset) {
         const int start = tokenizer.FindNextMarkupElement(offset);
-        scan.push_back(Show(start) + ' ' + Show(tokenizer.GetOffset()) + ' ' +
-                       Show(tokenizer.GetTokenStart()) +
-                       (start < 0 ? "" : ' ' + Show(tokenizer.GetContentOfCurrentMarkupElement())));
+        note(tokenizer.IsTextAtOffsetSheetMarkup(offset) ? -2 : start);
+        if (start >= 0)
+            scan.back() += Show(tokenizer.GetContentOfCurrentMarkupElement());
+    }
+    const TString delimiters = Text(u"a\u3C3C\0"sv);
+    for (const bool isSheetMarkup : {true, false, false, true, true}) { // steps that no walk takes, too
+        tokenizer.FindEndOfTokenAndUpdateStartIfNeeded(isSheetMarkup);
+        note(0);
+        tokenizer.FindStartOfToken();
+        note(1);
+        tokenizer.FindOneOfNotEscaped(delimiters);
+        note(2);
     }
     for (const char16_t known : {u'\0', u'?', u'a'}) { // all, none, and those with an `a`
         std::string calls;
@@ -37,22 +52,32 @@ Scan ScanBy(const TString& text, Tokenizer tokenizer, Find find, Collect collect
     return scan;
 }
 
+/// The fields of a filter value, with their ranges in it.
+inline std::vector<textbook::Element> FieldsByTextbook(const TString& filterValue)
+{
+    return textbook::FindCharRangesOfKnownMarkupElements(filterValue, [](auto&) { return true; });
+}
+
+inline std::vector<TString> NamesOf(const std::vector<textbook::Element>& fields)
+{
+    return corvane::transform_to<std::vector<TString>>(fields, [](auto& field) { return field.second; });
+}
+
 inline Scan ScanByLibrary(const TString& text)
 {
-    using namespace corvanemarkup;
+    const AttributeNamesAndValues filter({{Name(u"filter"), text}});
     return ScanBy(text, CorvaneMarkupTokenizer(text), FindCharRangesOfKnownMarkupElements,
-                  CollectMarkupElements);
+                  CollectMarkupElements, VizInTooltipProperties(filter).GetFilterFields());
 }
 
 inline Scan ScanByTextbook(const TString& text)
 {
-    using namespace textbook;
-    return ScanBy(text, Tokenizer{text}, FindCharRangesOfKnownMarkupElements, CollectMarkupElements);
+    return ScanBy(text, textbook::Tokenizer{text}, textbook::FindCharRangesOfKnownMarkupElements,
+                  textbook::CollectMarkupElements, NamesOf(FieldsByTextbook(text)));
 }
 
 inline std::string ReadByLibrary(const TString& tooltip)
 {
-    using namespace corvanemarkup::VizInTooltip;
     return Show(GetTargetSheetNamesFromTooltipText(tooltip)) + '\n' +
            Show(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip)) + '\n' +
            Show(GetFilterFieldsFromSheetMarkupInTooltipText(tooltip));
@@ -60,18 +85,17 @@ inline std::string ReadByLibrary(const TString& tooltip)
 
 inline std::string ReadByTextbook(const TString& tooltip)
 {
-    using namespace corvanemarkup;
     std::set<TString> names;
     std::map<TString, std::set<TString>> fieldsBySheet;
     std::vector<TString> allFields;
     for (const TString& content : textbook::CollectMarkupElements(tooltip)) {
         const auto element = VizInTooltipProperties::FromMarkupText(MarkupText(content));
         const bool isValid = element && element->IsValid();
-        EXPECT_EQ(Show(VizInTooltip::GetTargetSheetNameFromMarkupText(content)),
+        EXPECT_EQ(Show(GetTargetSheetNameFromMarkupText(content)),
                   isValid ? Show(element->GetSheetName()) : "");
         if (!isValid)
             continue;
-        const auto fields = element->GetFilterFields();
+        const auto fields = NamesOf(FieldsByTextbook(element->GetFilterValue().get_value_or({})));
         names.insert(element->GetSheetName());
         if (!element->HasFilter())
             fieldsBySheet.insert({element->GetSheetName(), {Text(u"All Fields")}});
@@ -83,28 +107,49 @@ inline std::string ReadByTextbook(const TString& tooltip)
 }
 
 /// What is written reads back, unless there is no attribute, or a name holds a space, a `=` or a quote.
-inline void ExpectReadsBack(const corvanemarkup::AttributeNamesAndValues& list, const TString& elementName)
+inline void ExpectReadsBack(const AttributeNamesAndValues& list, const TString& elementName)
 {
-    using namespace corvanemarkup;
     const TString markup = list.ToMarkupText(elementName);
     EXPECT_EQ(Show(ParseAttributedMarkupText(MarkupText(markup), elementName)), Show(list));
     const TString phrase = markup.mid(elementName.length(), -1);
     std::vector<AttributeNameAndValue> out;
-    const bool isRead = VizInTooltip::Impl::FindNameValuePairs(phrase, out);
+    const bool isRead = FindNameValuePairs(phrase, out);
     EXPECT_TRUE(phrase.Find(u'\0', 0) >= 0 || (isRead && Show(out) == Show(list))) << Show(phrase);
+}
+
+/// Which of the fields of a value that begins at `valueStart` are at the range.
+inline std::vector<int> IndicesByTextbook(const std::vector<textbook::Element>& fields,
+                                          std::int64_t valueStart, const CorvaneCharRange& range)
+{
+    // Any pair of integers is a range; counted from where the value starts, it wraps.
+    const auto start = std::int64_t(std::uint64_t(range.start) - std::uint64_t(valueStart));
+    const auto end = std::int64_t(std::uint64_t(range.end) - std::uint64_t(valueStart));
+    const auto narrowedStart = static_cast<std::int32_t>(start);
+    std::vector<int> indices;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        const auto& field = fields[i].first;
+        const bool startsInside = field.start < narrowedStart && narrowedStart < field.end;
+        const bool isReached = start < field.start && field.start < end;
+        if (startsInside || isReached || (start == field.start && end == field.end))
+            indices.push_back(static_cast<int>(i));
+    }
+    return indices;
 }
 
 /// What an editor counts on when it inserts a field into a sheet element; `field` has no brackets, and no
 /// attribute's name holds a quote.
-inline void ExpectLawsOfEditing(const corvanemarkup::MarkupText& text, corvanemarkup::CorvaneCharRange range,
-                                const TString& field)
+inline void ExpectLawsOfEditing(const MarkupText& text, CorvaneCharRange range, const TString& field)
 {
-    using namespace corvanemarkup;
-    using namespace corvanemarkup::VizInTooltip;
     const TString all = Text(u"ALL");
     const auto edit = [&](const MarkupText& markup, CorvaneCharRange at) {
         return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(markup, at, field, all);
     };
+    const auto fields = FieldsByTextbook(
+        VizInTooltipProperties::FromMarkupText(text)->GetFilterValue().get_value_or(TString()));
+    const auto token = FindFilterAttributeToken(text);
+    const std::int64_t valueStart = (token ? token->start : 0) + std::int64_t(std::size(u"filter="));
+    const std::vector<int> indices = IndicesByTextbook(fields, valueStart, range);
+    ASSERT_EQ(Show(GetIndexOfFiltersAtCharRange(text, range)), Show(indices)) << Show(text) << Show(range);
     const NewCursorPositionAndMarkupText edited = edit(text, range);
     const TString& newText = edited.NewMarkupText;
     SCOPED_TRACE(Show(text) + ' ' + Show(range) + " -> " + Show(edited));
@@ -116,7 +161,7 @@ inline void ExpectLawsOfEditing(const corvanemarkup::MarkupText& text, corvanema
     ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
     ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
 
-    std::vector<TString> expected = VizInTooltipProperties::FromMarkupText(text)->GetFilterFields();
+    std::vector<TString> expected = NamesOf(fields);
     // A field that restarted among protecting quotes may hold brackets that nothing protects in its own text.
     for (const TString& written : expected) {
         TString read;
@@ -126,7 +171,6 @@ inline void ExpectLawsOfEditing(const corvanemarkup::MarkupText& text, corvanema
     const auto erase = [&](const TString& erased) {
         expected.erase(std::remove(expected.begin(), expected.end(), erased), expected.end());
     };
-    const auto indices = GetIndexOfFiltersAtCharRange(text, range);
     if (!indices.empty()) {
         expected.erase(expected.begin() + indices.front(), expected.begin() + indices.back() + 1);
         expected.insert(expected.begin() + indices.front(), field);

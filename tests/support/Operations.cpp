@@ -8,31 +8,7 @@
 #include <climits>
 #include <ctime>
 
-using namespace corvanemarkup;
-using namespace corvanemarkup::VizInTooltip;
-using namespace corvanemarkup::VizInTooltip::Impl;
-
 namespace {
-
-AttributeNamesAndValues ListOf(const TString& content)
-{
-    if (auto list = ParseAttributedMarkupText(MarkupText(content), Text(u"Sheet")))
-        return *list;
-    std::vector<AttributeNameAndValue> list;
-    for (const TString& word : content.split(u' ', TString::SplitBehavior(1)))
-        list.push_back({AttributeName(word), word});
-    return AttributeNamesAndValues(list);
-}
-
-bool Accept(const TString&)
-{
-    return true;
-}
-
-bool Refuse(const TString&)
-{
-    return false;
-}
 
 void Walk(CorvaneMarkupTokenizer tokenizer)
 {
@@ -40,20 +16,20 @@ void Walk(CorvaneMarkupTokenizer tokenizer)
         (void)tokenizer.GetContentOfCurrentMarkupElement();
 }
 
-template <typename Ask>
-void AtEveryOffset(const TString& text, Ask ask)
+bool AskAtEveryOffset(const Arguments& a)
 {
-    for (int offset = 0; offset < text.length(); ++offset)
-        (void)ask(offset);
+    bool isSheetMarkup = false;
+    for (int offset = 0; offset < a.Text.length(); ++offset)
+        isSheetMarkup = IsSheetMarkupText(a.Text, offset) || a.InFront.IsTextAtOffsetSheetMarkup(offset);
+    return isSheetMarkup;
 }
 
 } // namespace
 
 Arguments::Arguments(const TString& text)
-    : Text(text), Quoted(TString(u"\"", 1) + text + u'"'),
-      Content(text[0] == u'<' ? text.mid(1, text.length() - 2) : text), List(ListOf(Content)),
-      Delimiters(std::u16string(static_cast<std::size_t>(text.length()), u'\u4E00').c_str(), -1),
-      InFront(::Text(u"<> ") + text)
+    : Text(text), Content(text[0] == u'<' ? text.mid(1, text.length() - 2) : text),
+      List(ParseAttributedMarkupText(Content, ::Text(u"Sheet")).get_value_or(AttributeNamesAndValues({}))),
+      Delimiters(std::u16string(static_cast<std::size_t>(text.length()), u'\u4E00').c_str(), -1)
 {
     InFront.FindNextMarkupElement(0);
 }
@@ -66,17 +42,14 @@ void Operation::Run(Arguments& arguments) const
     }
 }
 
-double Operation::TimeOf(Arguments arguments) const
+double Operation::TimeOf(Arguments& arguments) const
 {
     const std::clock_t start = std::clock();
     Run(arguments);
     return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-#define CALL(...)                                                                                            \
-    {                                                                                                        \
-#__VA_ARGS__, [](Arguments & a) { (void)a, (void)(__VA_ARGS__); }                                    \
-    }
+#define CALL(...) Operation(#__VA_ARGS__, [](Arguments& a) { (void)a, (void)(__VA_ARGS__); })
 
 const std::vector<Operation>& Operations()
 {
@@ -88,37 +61,30 @@ const std::vector<Operation>& Operations()
         CALL(TokenizeAttributedMarkupText(a.Content)),
         CALL(ParseAttributedMarkupText(a.Content, Text(u"Sheet"))),
         CALL(MakeSheetMarkupAttributeString({AttributeName(a.Text), a.Text})),
-        CALL(AtEveryOffset(a.Text, [&](int offset) { return IsSheetMarkupText(a.Text, offset); })),
-        CALL(ExtractNameAndValue(a.Text)),
+        CALL(AskAtEveryOffset(a)),
         CALL(ExtractNameAndValue(Text(u"name=") + a.Quoted)),
-        CALL(StripEnclosingQuotes(a.Quoted)),
-        CALL(UnescapeQuotes(a.Quoted)),
-        CALL(FindNameValuePairs(TString(a.Content).mid(int(std::size(u"Sheet")) - 1, -1), a.Pairs)),
+        CALL(StripEnclosingQuotes(a.Written = a.Quoted)),
+        CALL(UnescapeQuotes(a.Written = a.Quoted)),
+        CALL(FindNameValuePairs(a.Phrase, (a.Pairs.clear(), a.Pairs))),
         CALL(FindAttributeTokenOffsetAndContent(a.Content, AttributeName(Text(u"none")))),
         CALL(a.InFront.FindNextMarkupElement(2)),
         CALL(Walk(a.InFront)),
-        CALL(AtEveryOffset(a.Text, [&](int at) { return a.InFront.IsTextAtOffsetSheetMarkup(at); })),
         CALL(CorvaneMarkupTokenizer(a.InFront).FindOneOfNotEscaped(a.Delimiters)),
         CALL(CorvaneMarkupTokenizer(a.InFront).FindStartOfToken()),
         CALL(CorvaneMarkupTokenizer(a.InFront).FindEndOfTokenAndUpdateStartIfNeeded(true)),
-        CALL(FindNextMarkupElement(a.Text, 0, a.Found)),
-        CALL(FindNextKnownMarkupElement(a.Text, 0, a.Length, a.Found, Accept)),
-        CALL(FindNextKnownMarkupElement(a.Text, 0, a.Length, a.Found, Refuse)),
-        CALL(FindCharRangesOfKnownMarkupElements(a.Text, Accept)),
-        CALL(FindCharRangesOfKnownMarkupElements(a.Text, Refuse)),
+        CALL(FindNextMarkupElement(a.Text, 0, a.Written)),
+        CALL(FindNextKnownMarkupElement(a.Text, 0, a.Length, a.Written, [](auto&) { return true; })),
+        CALL(FindCharRangesOfKnownMarkupElements(a.Text, [](auto&) { return true; })),
+        CALL(FindCharRangesOfKnownMarkupElements(a.Text, [](auto&) { return false; })),
         CALL(FindCharRangesOfKnownMarkupElements(a.Text, [n = 0](auto&) mutable { return ++n % 2 > 0; })),
         CALL(CollectMarkupElements(a.Text)),
         CALL(VizInTooltipProperties::FromMarkupText(a.Content)),
         CALL(VizInTooltipProperties::GetDefault(a.Text, a.Text)),
         CALL(a.Sheet.IsValid()),
-        CALL(a.Sheet.HasDuplicateAttributes()),
-        CALL(a.Sheet.MissingSheetName()),
-        CALL(a.Sheet.HasInvalidSheetSize()),
-        CALL(a.Sheet.HasUnallowedAttributes()),
-        CALL(a.Sheet.GetSheetSize()),
-        CALL(a.Sheet.GetSheetName()),
-        CALL(a.Sheet.HasFilter()),
-        CALL(a.Sheet.GetFilterValue()),
+        CALL(a.Sheet.HasDuplicateAttributes() + a.Sheet.HasUnallowedAttributes()),
+        CALL(a.Sheet.MissingSheetName() + a.Sheet.GetSheetName().length()),
+        CALL(a.Sheet.HasInvalidSheetSize() + a.Sheet.GetSheetSize().width),
+        CALL(a.Sheet.HasFilter() ? a.Sheet.GetFilterValue() : boost::none),
         CALL(a.Sheet.GetFilterFields()),
         CALL(a.Sheet.ToSheetMarkupText()),
         CALL(a.Sheet.WithFilterFields(a.Fields)),
@@ -135,7 +101,6 @@ const std::vector<Operation>& Operations()
         CALL(InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(a.Content, {0, 99}, a.Text, a.Quoted)),
         CALL(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(a.Text)),
         CALL(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(a.Text, a.Text)),
-        CALL(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(a.Text, TString())),
         CALL(GetFilterFieldsFromSheetMarkupInTooltipText(a.Text)),
     };
     return operations;

@@ -14,6 +14,9 @@
 #include <vector>
 
 using namespace std::string_view_literals;
+using namespace corvanemarkup;
+using namespace corvanemarkup::VizInTooltip;
+using namespace corvanemarkup::VizInTooltip::Impl;
 
 /// `'` stands for a quote, here and in what is shown.
 inline TString Text(std::u16string_view text)
@@ -21,14 +24,14 @@ inline TString Text(std::u16string_view text)
     return TString(text.data(), static_cast<int>(text.size())).replace(u'\'', TString(u"\"", 1));
 }
 
-inline corvanemarkup::MarkupText Markup(std::u16string_view text)
+inline MarkupText Markup(std::u16string_view text)
 {
-    return corvanemarkup::MarkupText(Text(text));
+    return MarkupText(Text(text));
 }
 
-inline corvanemarkup::AttributeName Name(std::u16string_view name)
+inline AttributeName Name(std::u16string_view name)
 {
-    return corvanemarkup::AttributeName(Text(name));
+    return AttributeName(Text(name));
 }
 
 /// Printable ASCII as it is, any other code unit as `{1F}`.
@@ -45,7 +48,7 @@ inline std::string Show(const TString& text)
     return shown;
 }
 
-inline std::string Show(const corvanemarkup::AttributeNameAndValue& attribute)
+inline std::string Show(const AttributeNameAndValue& attribute)
 {
     return Show(attribute.Name.GetName()) + '=' + Show(attribute.Value);
 }
@@ -55,17 +58,17 @@ inline std::string Show(int value)
     return std::to_string(value);
 }
 
-inline std::string Show(const corvanemarkup::CorvaneCharRange& range)
+inline std::string Show(const CorvaneCharRange& range)
 {
     return std::to_string(range.start) + '-' + std::to_string(range.end);
 }
 
-inline std::string Show(const corvanemarkup::VizInTooltip::Impl::AttributeTokenOffsetAndContent& token)
+inline std::string Show(const AttributeTokenOffsetAndContent& token)
 {
     return Show(token.Offset) + ' ' + Show(token.Content);
 }
 
-inline std::string Show(const corvanemarkup::VizInTooltip::NewCursorPositionAndMarkupText& edited)
+inline std::string Show(const NewCursorPositionAndMarkupText& edited)
 {
     return Show(edited.NewMarkupText) + ' ' + Show(edited.NewCursorPosition);
 }
