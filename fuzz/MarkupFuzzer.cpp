@@ -1,15 +1,11 @@
 /// Holds every exported operation to its laws, on a text made of arbitrary bytes.
 
 #include "Agreements.h"
+#include "RangeLaws.h"
 
 #include <corvanemarkup/TokenizeAttributedMarkupText.h>
 
 namespace {
-
-TString Part(const TString& text, const CorvaneCharRange& range)
-{
-    return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
-}
 
 void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString& field)
 {
@@ -38,7 +34,7 @@ void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString
     if (sheetName.empty())
         return;
     const CorvaneCharRange nameRange = GetCharRangeOfSheetNameAttributeValue(markup);
-    TString name = Part(text, {nameRange.start - 1, nameRange.end + 1});
+    TString name = PartOf(text, {nameRange.start - 1, nameRange.end + 1});
     EXPECT_TRUE(StripEnclosingQuotes(name));
     UnescapeQuotes(name);
     EXPECT_EQ(name, sheetName);
@@ -64,6 +60,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckMarkup(MarkupText(text), range, text.left(3));
     for (const TString& content : CollectMarkupElements(text))
         CheckMarkup(MarkupText(content), range, text.mid(data[0], data[1] % 16));
+    const TString field = text.mid(data[0], data[1] % 4);
+    ExpectRangesAndFaults(text);
+    ExpectInsertion(text, range, field);
+    const auto sheets = GetTargetSheetNamesFromTooltipText(text);
+    if (!sheets.empty() && field != *sheets.begin())
+        ExpectRenaming(text, *sheets.begin(), field);
     // The textbook takes its time.
     EXPECT_TRUE(size > 100 || ScanByLibrary(text) == ScanByTextbook(text));
     EXPECT_TRUE(size > 2000 || ReadByLibrary(text) == ReadByTextbook(text));

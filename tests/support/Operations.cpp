@@ -32,6 +32,9 @@ Arguments::Arguments(const TString& text)
       Delimiters(std::u16string(static_cast<std::size_t>(text.length()), u'\u4E00').c_str(), -1)
 {
     InFront.FindNextMarkupElement(0);
+    for (const auto& names : {Fields, Sheet.GetFilterFields(), {Sheet.GetSheetName()}})
+        for (const TString& name : names)
+            NewNames[name] = ::Text(u"y'");
 }
 
 void Operation::Run(Arguments& arguments) const
@@ -102,6 +105,11 @@ const std::vector<Operation>& Operations()
         CALL(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(a.Text)),
         CALL(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(a.Text, a.Text)),
         CALL(GetFilterFieldsFromSheetMarkupInTooltipText(a.Text)),
+        CALL(FindElementRanges(a.Text)),
+        CALL(FindAttributeRanges(a.Text, {1, a.Text.length()})),
+        CALL(FindMarkupFaults(a.Text)),
+        CALL(ApplyTextEdits(a.Text, RenameSheetsAndFields(a.Text, a.NewNames, a.NewNames))),
+        CALL(InsertFilterFieldAt(a.Text, {9, 9}, Text(u"f"), a.Text)),
     };
     return operations;
 }

@@ -3,6 +3,9 @@
 /// Every operation that the library exports, in one table.
 
 #include <corvanemarkup/CorvaneMarkupTokenizer.h>
+#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupRanges.h>
+#include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
 
@@ -19,8 +22,9 @@ struct Arguments
     corvanemarkup::VizInTooltipProperties Sheet{List};
     std::set<TString> Elements = corvanemarkup::CollectMarkupElements(Text);
     std::vector<TString> Fields{Elements.begin(), Elements.end()};
-    TString Delimiters; ///< as many as the text has code units, which are none of them
-    corvanemarkup::CorvaneMarkupTokenizer InFront{TString(u"<> ", 3) + Text}; ///< behind the first element
+    std::map<TString, TString> NewNames; ///< for all elements and filter fields, with a quote
+    TString Delimiters;                  ///< as many as the text has code units, which are none of them
+    corvanemarkup::CorvaneMarkupTokenizer InFront{TString(u"<> ", 3) + Text}; ///< after the first element
     TString Written = Quoted;
     corvanemarkup::MarkupText Replaced{Quoted};
     int Length = 99;

@@ -1,0 +1,214 @@
+#pragma once
+
+/// What ranges, faults and edits are held to on any tooltip: the operations that read one element, and laws.
+
+#include "Testing.h"
+
+#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupRanges.h>
+#include <corvanemarkup/TextEdits.h>
+#include <corvanemarkup/VizInTooltipProperties.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+inline TString PartOf(const TString& text, const CorvaneCharRange& range)
+{
+    return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
+}
+
+inline bool IsFilter(const AttributeRanges& attribute)
+{
+    return attribute.NameAndValue && attribute.NameAndValue->Name == Name(u"filter");
+}
+
+/// A tooltip as elements, attributes and fields, with names replaced as `newNames` tells.
+inline std::string ShowReading(const TString& tooltip, const std::map<TString, TString>& newNames = {})
+{
+    const auto renamed = [&](const TString& name) {
+        const auto found = newNames.find(name);
+        return Show(found == newNames.end() ? name : found->second);
+    };
+    std::string shown;
+    for (const ElementRanges& element : FindElementRanges(tooltip)) {
+        const TString content = PartOf(tooltip, element.Content);
+        shown += std::to_string(static_cast<int>(element.End)) + ' ';
+        if (element.End != ElementEnd::Bracket ||
+            !VizInTooltipProperties::FromMarkupText(MarkupText(content)))
+            shown += renamed(content);
+        else
+            for (const AttributeRanges& attribute : FindAttributeRanges(tooltip, element.Content)) {
+                shown += Show(attribute.NameAndValue->Name.GetName()) + '=';
+                shown += IsFilter(attribute) ? "" : renamed(attribute.NameAndValue->Value);
+                for (const auto& field : attribute.Fields)
+                    shown += '<' + renamed(field.second) + '>';
+            }
+        shown += '\n';
+    }
+    return shown;
+}
+
+inline void ExpectAttributes(const TString& tooltip, const ElementRanges& element)
+{
+    const auto attributes = FindAttributeRanges(tooltip, element.Content);
+    std::vector<AttributeNameAndValue> namesAndValues;
+    std::int64_t end = element.Content.start;
+    for (const AttributeRanges& attribute : attributes) {
+        const bool isOrdered =
+            end <= attribute.Attribute.start && attribute.Attribute.start == attribute.Name.start &&
+            attribute.Name.end <= attribute.Value.start && attribute.Value.start <= attribute.Value.end &&
+            attribute.Value.end <= attribute.Attribute.end && attribute.Attribute.end <= element.Content.end;
+        EXPECT_TRUE(isOrdered);
+        end = attribute.Attribute.end;
+        for (const auto& [range, field] : attribute.Fields) {
+            TString written = PartOf(tooltip, range);
+            UnescapeQuotes(written);
+            EXPECT_EQ(written, SurroundWithAngleBrackets(field));
+            EXPECT_TRUE(attribute.Value.start <= range.start && range.end <= attribute.Value.end);
+        }
+        if (!attribute.NameAndValue)
+            continue;
+        namesAndValues.push_back(*attribute.NameAndValue);
+        TString value = PartOf(tooltip, attribute.Value);
+        UnescapeQuotes(value);
+        EXPECT_EQ(Show(namesAndValues.back()), Show(PartOf(tooltip, attribute.Name)) + '=' + Show(value));
+    }
+    const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(PartOf(tooltip, element.Content)));
+    if (!sheet)
+        return;
+    EXPECT_EQ(namesAndValues.size(), attributes.size());
+    const AttributeNamesAndValues list(namesAndValues);
+    EXPECT_EQ(Show(VizInTooltipProperties(list).ToSheetMarkupText()), Show(sheet->ToSheetMarkupText()));
+    const auto filter = std::find_if(attributes.begin(), attributes.end(), IsFilter);
+    std::vector<TString> fields;
+    for (std::size_t i = 0; filter != attributes.end() && i < filter->Fields.size(); ++i)
+        fields.push_back(filter->Fields[i].second);
+    EXPECT_EQ(Show(fields), Show(sheet->GetFilterFields()));
+}
+
+/// The faults of one element, against what judges it by itself.
+inline void ExpectFaults(const TString& tooltip, const ElementRanges& element,
+                         const std::vector<MarkupFault>& all)
+{
+    using Kind = MarkupFaultKind;
+    std::vector<MarkupFault> faults;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(faults), [&](const MarkupFault& fault) {
+        return element.Element.start <= fault.Range.start && fault.Range.end <= element.Element.end;
+    });
+    const auto has = [&](Kind first, Kind last) {
+        return std::any_of(faults.begin(), faults.end(), [&](const MarkupFault& fault) {
+            return first <= fault.Kind && fault.Kind <= last;
+        });
+    };
+    const TString content = PartOf(tooltip, element.Content);
+    const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(content));
+    const bool isEnded = element.End == ElementEnd::Bracket;
+    const bool isValid = sheet && sheet->IsValid() && isEnded;
+    const bool isCalledSheet = content.left(5).compare(Text(u"Sheet"), TString::CaseSensitivity(0)) == 0 &&
+                               content.mid(5, 1).Trim().empty();
+    EXPECT_EQ(has(Kind::Restart, Kind::Restart), element.End == ElementEnd::Restart);
+    EXPECT_EQ(has(Kind::MissingEnd, Kind::OpenQuotes), element.End == ElementEnd::EndOfText);
+    const bool isUnreadable = isCalledSheet && !sheet && element.End != ElementEnd::EndOfText;
+    if (isUnreadable || !isEnded || !isCalledSheet) {
+        EXPECT_EQ(has(Kind::OtherLetterCase, Kind::UnprotectedQuotes), isUnreadable);
+    }
+    EXPECT_EQ(has(Kind::DuplicateAttribute, Kind::DuplicateAttribute),
+              sheet && isEnded && sheet->HasDuplicateAttributes());
+    EXPECT_EQ(has(Kind::MissingSheetName, Kind::MissingSheetName),
+              sheet && isEnded && sheet->MissingSheetName());
+    EXPECT_EQ(has(Kind::InvalidSheetSize, Kind::InvalidSheetSize),
+              sheet && isEnded && sheet->HasInvalidSheetSize());
+    EXPECT_EQ(has(Kind::UnallowedAttribute, Kind::UnallowedAttribute),
+              sheet && isEnded && sheet->HasUnallowedAttributes());
+    const auto fields = isValid ? sheet->GetFilterFields() : std::vector<TString>();
+    EXPECT_EQ(has(Kind::DuplicateField, Kind::DuplicateField),
+              std::set<TString>(fields.begin(), fields.end()).size() < fields.size());
+    const bool isError =
+        (isCalledSheet && !isValid && content.Find(u'=', 0) >= 0) || has(Kind::OpenQuotes, Kind::OpenQuotes);
+    EXPECT_TRUE(!isError || !faults.empty());
+    for (const MarkupFault& fault : faults)
+        EXPECT_EQ(fault.IsError, isError);
+}
+
+inline void ExpectRangesAndFaults(const TString& tooltip)
+{
+    SCOPED_TRACE(Show(tooltip));
+    const std::vector<MarkupFault> faults = FindMarkupFaults(tooltip);
+    EXPECT_TRUE(
+        std::is_sorted(faults.begin(), faults.end(), [](const MarkupFault& left, const MarkupFault& right) {
+            return std::pair(left.Range.start, left.Kind) < std::pair(right.Range.start, right.Kind);
+        }));
+    TString content;
+    std::int64_t end = 0;
+    int walked = 0; // up to where the walk over elements came
+    for (const ElementRanges& element : FindElementRanges(tooltip)) {
+        EXPECT_TRUE(end <= element.Element.start && element.Element.end <= tooltip.length());
+        end = element.Element.end;
+        EXPECT_EQ(Show(PartOf(tooltip, element.Element)) + (element.End == ElementEnd::Bracket ? "" : ">"),
+                  Show(SurroundWithAngleBrackets(PartOf(tooltip, element.Content))));
+        if (element.End == ElementEnd::Bracket) {
+            EXPECT_EQ(FindNextMarkupElement(tooltip, walked, content), element.Element.start);
+            EXPECT_EQ(Show(PartOf(tooltip, element.Content)), Show(content));
+            walked = static_cast<int>(end);
+        }
+        ExpectAttributes(tooltip, element);
+        ExpectFaults(tooltip, element, faults);
+    }
+    EXPECT_EQ(FindNextMarkupElement(tooltip, walked, content), -1);
+}
+
+/// The insertion of `field` at `selection`, against the older one with the fields told that the selection
+/// touches.
+inline void ExpectInsertion(const TString& tooltip, const CorvaneCharRange& selection, const TString& field)
+{
+    const TString all = Text(u"ALL");
+    const auto insertion = InsertFilterFieldAt(tooltip, selection, field, all);
+    if (!insertion)
+        return;
+    const TString edited = ApplyTextEdits(tooltip, {insertion->Edit});
+    SCOPED_TRACE(Show(tooltip) + ' ' + Show(selection) + " -> " + Show(edited));
+    EXPECT_EQ(edited[insertion->NewCursorPosition - 1], u'"');
+    const auto before = FindElementRanges(tooltip);
+    const auto after = FindElementRanges(edited);
+    ASSERT_EQ(before.size(), after.size());
+    for (std::size_t i = 0; i < before.size(); ++i) {
+        const TString content = PartOf(tooltip, before[i].Content);
+        const TString newContent = PartOf(edited, after[i].Content);
+        EXPECT_EQ(before[i].End, after[i].End);
+        if (selection.start < before[i].Content.start || before[i].Content.end < selection.end) {
+            EXPECT_EQ(content, newContent);
+            continue;
+        }
+        std::vector<int> indices;
+        const auto attributes = FindAttributeRanges(tooltip, before[i].Content);
+        const auto filter = std::find_if(attributes.begin(), attributes.end(), IsFilter);
+        for (std::size_t j = 0; filter != attributes.end() && j < filter->Fields.size(); ++j) {
+            const CorvaneCharRange& range = filter->Fields[j].first;
+            if (range.start < selection.end && selection.start < range.end)
+                indices.push_back(static_cast<int>(j));
+        }
+        const auto expected = InsertFilterFieldIntoMarkupText(MarkupText(content), field, all, indices);
+        const auto read = [](const TString& text) {
+            return VizInTooltipProperties::FromMarkupText(MarkupText(text))->GetFilterFields();
+        };
+        EXPECT_EQ(Show(read(newContent)), Show(read(expected)));
+    }
+}
+
+/// Renaming a sheet and a field to names that hold all that has a meaning.
+inline void ExpectRenaming(const TString& tooltip, const TString& sheet, const TString& field)
+{
+    for (const std::u16string_view newField : {u"x", u"y''z<<", u"q'r>>"}) {
+        const std::map<TString, TString> newSheets{{sheet, Text(u"'<S>")}};
+        const std::map<TString, TString> newFields{{field, Text(newField)}};
+        const auto edits = RenameSheetsAndFields(tooltip, newSheets, newFields);
+        const TString renamed = ApplyTextEdits(tooltip, edits);
+        std::map<TString, TString> all = newSheets;
+        all.insert(newFields.begin(), newFields.end());
+        EXPECT_EQ(ShowReading(tooltip, all), ShowReading(renamed, all))
+            << Show(tooltip) << " -> " << Show(renamed);
+        EXPECT_TRUE(newField != u"x" || RenameSheetsAndFields(renamed, newSheets, newFields).empty())
+            << "nothing keeps a plain name out: " << Show(renamed);
+    }
+}
