@@ -2,28 +2,16 @@
 
 /// Walks over the elements of a whole text. What an element is, `CorvaneMarkupTokenizer` tells.
 
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/Export.h>
 #include <corvaneplatform/TString.h>
 
-#include <cstdint>
 #include <functional>
 #include <set>
 #include <utility>
 #include <vector>
 
 namespace corvanemarkup {
-
-/// A half-open range of UTF-16 code units.
-///
-///     a<b>c
-///      ^  ^
-///      |  end: 4, one past the last
-///      start: 1, the first
-struct CorvaneCharRange
-{
-    std::int64_t start;
-    std::int64_t end;
-};
 
 /// Finds the first element that starts at or after `offset`. Returns the position of its `<`, and writes its
 /// content, without brackets, to `content`. -1, with `content` unchanged, if there is no element, or if the

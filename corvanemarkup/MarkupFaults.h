@@ -2,8 +2,8 @@
 
 /// What is wrong with a tooltip, and where.
 
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/Export.h>
-#include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>
 
 #include <cstdint>

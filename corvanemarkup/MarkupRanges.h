@@ -6,8 +6,8 @@
 /// brackets as two.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/Export.h>
-#include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>
 
 #include <boost/optional.hpp>

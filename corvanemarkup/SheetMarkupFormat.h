@@ -9,6 +9,7 @@
 #include <corvaneplatform/TSize.h>
 
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 
 namespace corvanemarkup::VizInTooltip {
@@ -30,6 +31,10 @@ enum class SheetMarkupAttribute : std::size_t { Name, MaxWidth, MaxHeight, Filte
 /// What they are called, in the same order.
 constexpr std::u16string_view SheetMarkupAttributeLiterals[] = {u"name", u"maxwidth", u"maxheight",
                                                                 u"filter"};
+
+static_assert(std::size(SheetMarkupAttributeLiterals) ==
+                  static_cast<std::size_t>(SheetMarkupAttribute::Filter) + 1,
+              "each attribute is called something");
 
 /// What that attribute is called.
 [[nodiscard]] constexpr std::u16string_view LiteralOf(SheetMarkupAttribute attribute)

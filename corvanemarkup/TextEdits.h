@@ -5,8 +5,8 @@
 /// An edit here counts on its result: what comes out reads, in the whole tooltip, as the same elements,
 /// attributes and fields but for what was to change. Where that can't be had, there is no edit.
 
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/Export.h>
-#include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>
 
 #include <boost/optional.hpp>

@@ -11,6 +11,7 @@
 /// texts; sorting adds a logarithm.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/Export.h>
 #include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>

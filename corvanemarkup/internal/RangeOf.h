@@ -1,6 +1,6 @@
 #pragma once
 
-#include <corvanemarkup/MarkupElementFinders.h>
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
