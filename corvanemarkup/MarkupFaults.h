@@ -20,15 +20,14 @@ enum class MarkupFaultKind : std::int32_t {
     OpenQuotes, ///< the same, because the text ends between quotes that protect brackets
     Restart,    ///< given up at a further `<`: up to that
 
-    // Of elements called Sheet that aren't readable, though a bracket ends them or gives them up. Each
-    // attribute
-    // has one of these at most, the first that fits.
+    // Of elements called Sheet that aren't readable, but ended or given up. Each attribute has the first of
+    // these that fits.
     OtherLetterCase,   ///< the element's name, which isn't `Sheet` in these letters
     NoAttributes,      ///< the element's name, with nothing but white space after it
     OtherWhiteSpace,   ///< white space other than spaces, where a space should be
     SpaceAroundEquals, ///< an attribute with white space on a side of its `=`
-    UnquotedValue, ///< an attribute with a value that doesn't start with a quote, or goes on after its quotes
-    MissingValue,  ///< an attribute without a `=`, or with nothing after it
+    UnquotedValue,     ///< an attribute with a value that doesn't start with a quote
+    MissingValue,      ///< an attribute without a `=`, or with nothing after it
     UnprotectedQuotes, ///< an attribute whose quotes are still open where the bracket stands
 
     // Of readable elements that end with a bracket; as the operations of `VizInTooltipProperties` judge.

@@ -18,8 +18,7 @@ bool IsPlain(TextView text, TextView content)
 {
     const auto start = static_cast<std::size_t>(content.data() - text.data());
     ReadableElement element;
-    return !StartsSheetElement(text, start) && !StartsSheetElement(content, 0) &&
-           !ReadElement(content, element);
+    return !StartsSheetElement(text, start) && !ReadElement(content, element);
 }
 
 /// The new name; null if the name isn't to change.
@@ -55,7 +54,9 @@ private:
         bool IsMade;
     };
 
-    void MakeWhatCanBe(std::vector<Change>::iterator first, std::vector<Change>::iterator last);
+    using Changes = std::vector<Change*>;
+
+    void MakeWhatCanBe(Changes::iterator first, Changes::iterator last);
     [[nodiscard]] bool CanBeMade() const;
 
     const WalkedElement& m_element;
@@ -86,7 +87,18 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
         return left.InText.data() < right.InText.data();
     });
 
-    MakeWhatCanBe(m_changes.begin(), m_changes.end());
+    // What could not be made before may be after others were.
+    Changes open;
+    std::size_t before = 0;
+    do {
+        before = open.size();
+        open.clear();
+        for (Change& change : m_changes)
+            if (!change.IsMade)
+                open.push_back(&change);
+        if (open.size() != before)
+            MakeWhatCanBe(open.begin(), open.end());
+    } while (open.size() != before && m_triesLeft > 0);
     for (const Change& change : m_changes) {
         if (!change.IsMade)
             continue;
@@ -97,12 +109,13 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
 }
 
 /// Makes all of the changes if the element reads back then; otherwise tries each half.
-void SheetRenaming::MakeWhatCanBe(std::vector<Change>::iterator first, std::vector<Change>::iterator last)
+void SheetRenaming::MakeWhatCanBe(Changes::iterator first, Changes::iterator last)
 {
-    if (first == last || m_triesLeft-- == 0)
+    if (first == last || m_triesLeft == 0)
         return;
+    --m_triesLeft;
     const auto set = [&](bool isMade) {
-        std::for_each(first, last, [isMade](Change& change) { change.IsMade = isMade; });
+        std::for_each(first, last, [isMade](Change* change) { change->IsMade = isMade; });
     };
     set(true);
     if (CanBeMade())
@@ -119,7 +132,8 @@ bool SheetRenaming::CanBeMade() const
 {
     std::uint64_t length = m_element.Content.size();
     for (const Change& change : m_changes)
-        length += change.IsMade ? 2 * std::uint64_t(ViewOf(*change.NewName).size()) : 0;
+        if (change.IsMade)
+            length = length + EscapedLength(ViewOf(*change.NewName)) - change.InText.size();
     ExpectedElement expected{TextWithRoomFor(length), m_read.Attributes.size(), m_read.Filter, m_fields};
     const char16_t* copied = m_element.Content.data();
     for (const Change& change : m_changes) {
@@ -168,7 +182,7 @@ TString ApplyTextEdits(const TString& text, const std::vector<TextEdit>& edits)
         const bool isInOrder = IsIn(view, edit.Replaced) && edit.Replaced.start >= end;
         CORVANEMARKUP_CHECK("corvanemarkup/TextEdits", isInOrder);
         end = edit.Replaced.end;
-        length += ViewOf(edit.Text).size() - PartOf(view, edit.Replaced).size();
+        length = length + ViewOf(edit.Text).size() - PartOf(view, edit.Replaced).size();
     }
 
     std::u16string edited = TextWithRoomFor(length);
@@ -186,7 +200,7 @@ bool IsFieldName(const TString& name)
     const TString element = SurroundWithAngleBrackets(name);
     const ElementBounds found = FindElement(ViewOf(element), 0);
     return !name.empty() && found.Found() && found.ContentIn(ViewOf(element)).size() == ViewOf(name).size() &&
-           IsPlain(ViewOf(element), found.ContentIn(ViewOf(element))) && !StartsSheetElement(ViewOf(name), 0);
+           IsPlain(ViewOf(element), found.ContentIn(ViewOf(element)));
 }
 
 std::vector<TextEdit> RenameSheetsAndFields(const TString& tooltipText,
@@ -238,7 +252,7 @@ boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, 
     if (!ReadElement(element.Content, read))
         return boost::none;
     const TextView oldValue =
-        read.Filter != NotFound ? read.Attributes[read.Filter].EscapedValue : TextView();
+        read.Filter != NotFound ? read.Attributes[read.Filter].EscapedValue : element.Content.substr(0, 0);
     std::vector<TextView> fields;
     std::size_t first = NotFound;
     std::size_t last = NotFound;
@@ -275,6 +289,7 @@ boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, 
         AppendWritten(LiteralOf(Impl::SheetMarkupAttribute::Filter), value, newText);
     }
 
+    CheckTextLength(std::uint64_t(text.size()) + newText.size() - oldValue.size());
     const CorvaneCharRange content = RangeOf(element.Content, text);
     const bool isNew = read.Filter == NotFound;
     ExpectedElement expected{TextWithRoomFor(element.Content.size() + newText.size()),

@@ -47,7 +47,8 @@ struct TextEdit
 ///     <Sheet name="q" <a> and <Sheet name="T">      `a` can't become `x"y`, which would open a quote
 ///
 /// Throws through `ThrowLogicException` if a new sheet name is empty ("!newSheetName.empty()"), or a new
-/// field is none ("IsFieldName(newField)"), whether or not the old names occur. Takes time linear in the
+/// field is none ("IsFieldName(newField)"), whether or not the old names occur; and `std::length_error` if an
+/// element gets too long for a text. Takes time linear in the
 /// tooltip, but for looking names up. Where brackets and quotes in fields of one filter depend on each other,
 /// more of these fields than need be may stay as they are: only so many combinations are tried.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TextEdit>
@@ -76,7 +77,7 @@ struct FieldInsertion
 ///
 /// None if no such element holds the selection, if `IsFieldName(fieldToInsert)` is false, or if the result
 /// would not read back: as where the first attribute is none of a sheet element's, so that no quotes protect
-/// brackets. Throws `std::length_error` if the element gets too long for a text.
+/// brackets. Throws `std::length_error` if the result is too long.
 [[nodiscard]] CORVANEMARKUP_EXPORT boost::optional<FieldInsertion>
 InsertFilterFieldAt(const TString& tooltipText, CorvaneCharRange selection, const TString& fieldToInsert,
                     const TString& exclusiveField);

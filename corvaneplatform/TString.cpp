@@ -93,18 +93,18 @@ int TString::compare(const TString& other, CaseSensitivity sensitivity) const no
     return ToLowerAscii(*difference.first) < ToLowerAscii(*difference.second) ? -1 : 1;
 }
 
-TString TString::JoinedWith(const char16_t* units, std::size_t count) const
+TString TString::JoinedWith(const std::u16string& text) const
 {
-    std::u16string text;
-    text.reserve(CheckedLength(std::uint64_t(m_text.size()) + count));
-    text.append(m_text).append(units, count);
-    return TString(std::move(text));
+    std::u16string joined;
+    joined.reserve(CheckedLength(std::uint64_t(m_text.size()) + text.size()));
+    joined.append(m_text).append(text);
+    return TString(std::move(joined));
 }
 
-void TString::Append(const char16_t* units, std::size_t count)
+void TString::Append(const std::u16string& text)
 {
-    m_text.reserve(CheckedLength(std::uint64_t(m_text.size()) + count));
-    m_text.append(units, count);
+    (void)CheckedLength(std::uint64_t(m_text.size()) + text.size());
+    m_text.append(text);
 }
 
 TString& TString::Trim() noexcept

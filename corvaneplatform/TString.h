@@ -74,17 +74,20 @@ public:
     }
     friend TString operator+(const TString& left, const TString& right)
     {
-        return left.JoinedWith(right.constData(), right.m_text.size());
+        return left.JoinedWith(right.m_text);
     }
-    friend TString operator+(const TString& left, char16_t right) { return left.JoinedWith(&right, 1); }
+    friend TString operator+(const TString& left, char16_t right)
+    {
+        return left.JoinedWith(std::u16string(1, right));
+    }
     friend TString operator+(TString&& left, const TString& right)
     {
-        left.Append(right.constData(), right.m_text.size());
+        left.Append(right.m_text);
         return std::move(left);
     }
     friend TString operator+(TString&& left, char16_t right)
     {
-        left.Append(&right, 1);
+        left.Append(std::u16string(1, right));
         return std::move(left);
     }
 
@@ -121,8 +124,9 @@ private:
         return count < 0 ? LengthUpToZero(text) : static_cast<std::size_t>(count);
     }
     static std::size_t LengthUpToZero(const char16_t* text);
-    [[nodiscard]] TString JoinedWith(const char16_t* units, std::size_t count) const;
-    void Append(const char16_t* units, std::size_t count);
+    [[nodiscard]] TString JoinedWith(const std::u16string& text) const;
+    /// `text` may be this text itself.
+    void Append(const std::u16string& text);
 
     std::u16string m_text;
 };

@@ -42,6 +42,8 @@ TEST(Platform, ComparisonAndReplacement)
         const int result = Text(left).compare(Text(right), TString::CaseSensitivity(sensitivity));
         return (result > 0) - (result < 0);
     };
+    TString twice = Text(u"too long to be held in place ");
+    EXPECT_EQ(std::move(twice) + twice, Text(u"too long to be held in place too long to be held in place "));
     EXPECT_EQ(compare(u"NamE", u"nAMe", 0), 0);
     EXPECT_EQ(compare(u"Z", u"_", 0), 1) << "folded to lower case, then ordered";
     EXPECT_EQ(compare(u"a", u"B", 0), -1);

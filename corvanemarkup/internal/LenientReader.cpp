@@ -26,11 +26,15 @@ Word ReadWord(TextView content, std::size_t start)
             closingQuote == NotFound};
 }
 
-/// Where the text goes on, after white space if there is any, if `unit` stands there; otherwise `NotFound`.
-std::size_t FindAfterWhiteSpace(TextView content, std::size_t from, char16_t unit)
+/// The value that is meant by what follows a `=` and white space: a quoted one, or a word that isn't the next
+/// attribute. Empty if there is none.
+TextView FindLateValue(TextView content, std::size_t from)
 {
     const std::size_t next = SkipWhiteSpace(content, from);
-    return next < content.size() && content[next] == unit ? next : NotFound;
+    if (next == content.size())
+        return {};
+    const TextView word = ReadWord(content, next).Text;
+    return word.front() == u'"' || word.find(u'=') == NotFound ? word : TextView();
 }
 
 MeantAttribute::Fault Judge(const Word& word)
@@ -41,10 +45,10 @@ MeantAttribute::Fault Judge(const Word& word)
     const bool startsWithQuote = hasValue && word.Text[equals + 1] == u'"';
     if (hasValue && !startsWithQuote)
         return Fault::UnquotedValue;
-    if (word.IsOpen)
-        return Fault::OpenQuotes;
     if (!hasValue)
         return Fault::MissingValue;
+    if (word.IsOpen)
+        return Fault::OpenQuotes;
     return SplitAttribute(word.Text) ? Fault::None : Fault::UnquotedValue;
 }
 
@@ -52,24 +56,25 @@ MeantAttribute::Fault Judge(const Word& word)
 
 MeantAttribute ReadMeantAttribute(TextView content, std::size_t position)
 {
-    const auto upTo = [&](const Word& last) {
-        const auto end = static_cast<std::size_t>(last.Text.data() + last.Text.size() - content.data());
-        return content.substr(position, end - position);
+    const auto withSpaceAroundEquals = [&](TextView last) {
+        const auto end = static_cast<std::size_t>(last.data() + last.size() - content.data());
+        return MeantAttribute{content.substr(position, end - position),
+                              MeantAttribute::Fault::SpaceAroundEquals};
     };
     const Word word = ReadWord(content, position);
     const std::size_t end = position + word.Text.size();
     const std::size_t equals = word.Text.find(u'=');
     if (equals == NotFound && word.Text.back() != u'"') {
-        const std::size_t lateEquals = FindAfterWhiteSpace(content, end, u'=');
-        if (lateEquals != NotFound) {
-            const std::size_t quote = FindAfterWhiteSpace(content, lateEquals + 1, u'"');
-            return {upTo(ReadWord(content, quote != NotFound ? quote : lateEquals)),
-                    MeantAttribute::Fault::SpaceAroundEquals};
+        const std::size_t next = SkipWhiteSpace(content, end);
+        if (next < content.size() && content[next] == u'=') {
+            const TextView rest = ReadWord(content, next).Text;
+            const TextView lateValue = rest.size() == 1 ? FindLateValue(content, next + 1) : TextView();
+            return withSpaceAroundEquals(lateValue.empty() ? rest : lateValue);
         }
     } else if (equals + 1 == word.Text.size()) {
-        const std::size_t quote = FindAfterWhiteSpace(content, end, u'"');
-        if (quote != NotFound)
-            return {upTo(ReadWord(content, quote)), MeantAttribute::Fault::SpaceAroundEquals};
+        const TextView lateValue = FindLateValue(content, end);
+        if (!lateValue.empty())
+            return withSpaceAroundEquals(lateValue);
     }
     return {word.Text, Judge(word)};
 }

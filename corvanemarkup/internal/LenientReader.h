@@ -16,7 +16,7 @@ struct MeantAttribute
 };
 
 /// Reads the attribute that starts at `position`, where no white space stands. Any white space outside of
-/// quotes ends it, unless its `=` or the quotes of its value follow. Apart from that it ends where the rules
+/// quotes ends it, unless its `=` or its value follows. Apart from that it ends where the rules
 /// end one. If no white space but spaces and no space at a `=` is met in a content, an attribute without a
 /// `Reason` is one that the rules accept.
 [[nodiscard]] MeantAttribute ReadMeantAttribute(TextView content, std::size_t position);

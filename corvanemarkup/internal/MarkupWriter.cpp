@@ -6,11 +6,16 @@
 
 namespace corvanemarkup::Internal {
 
+std::uint64_t EscapedLength(TextView value)
+{
+    const auto quotes = std::count(value.begin(), value.end(), u'"');
+    return value.size() + static_cast<std::uint64_t>(quotes);
+}
+
 std::uint64_t WrittenLength(TextView name, TextView value)
 {
     constexpr std::size_t equalsAndQuotes = 3;
-    const auto quotes = std::count(value.begin(), value.end(), u'"');
-    return std::uint64_t(name.size()) + equalsAndQuotes + value.size() + static_cast<std::uint64_t>(quotes);
+    return name.size() + equalsAndQuotes + EscapedLength(value);
 }
 
 void AppendEscaped(TextView value, std::u16string& text)
@@ -32,10 +37,15 @@ void AppendWritten(TextView name, TextView value, std::u16string& text)
     text += u'"';
 }
 
-std::u16string TextWithRoomFor(std::uint64_t length)
+void CheckTextLength(std::uint64_t length)
 {
     if (length > INT_MAX)
         throw std::length_error("corvanemarkup: a text longer than INT_MAX code units");
+}
+
+std::u16string TextWithRoomFor(std::uint64_t length)
+{
+    CheckTextLength(length);
     std::u16string text;
     text.reserve(static_cast<std::size_t>(length));
     return text;

@@ -14,12 +14,15 @@ namespace corvanemarkup::Internal {
 
 /// Appends a value as it stands between its quotes.
 void AppendEscaped(TextView value, std::u16string& text);
+[[nodiscard]] std::uint64_t EscapedLength(TextView value);
 
 [[nodiscard]] std::uint64_t WrittenLength(TextView name, TextView value);
 void AppendWritten(TextView name, TextView value, std::u16string& text);
 
-/// An empty text with room for `length` code units. Throws `std::length_error` if these are more than a text
-/// may have.
+/// Throws `std::length_error` if a text of `length` code units is longer than one may be.
+void CheckTextLength(std::uint64_t length);
+
+/// An empty text with room for `length` code units, which `CheckTextLength` accepts.
 [[nodiscard]] std::u16string TextWithRoomFor(std::uint64_t length);
 
 } // namespace corvanemarkup::Internal

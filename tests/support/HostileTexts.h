@@ -68,6 +68,7 @@ inline std::vector<HostileFamily> HostileFamilies()
         {"numbered elements", u"*<a#>"},
         {"sheets", u"*<Sheet name='s#' filter='<f>'>"},
         {"elements of one sheet", u"*<Sheet name='s' filter='<f#>'>"},
+        {"elements in elements that restart", u"*<Sheet name= <f>,"},
         {"invalid sheet elements", u"*<Sheet name='' name='#'>"},
     };
     for (std::size_t i = 0, count = families.size(); i < count; ++i) {
