@@ -11,20 +11,22 @@
 
 #include <iostream>
 #include <list>
+#include <memory>
 
 namespace {
 
 using namespace benchmarks;
+using namespace corvanemarkup;
 
 std::u16string ToU16String(const TString& text)
 {
     return std::u16string(text.constData(), static_cast<std::size_t>(text.length()));
 }
 
-/// Texts in the forms that the library and its peers take.
+/// Texts in the forms that the library and its peers take, each as compact in memory as the other.
 struct Texts
 {
-    explicit Texts(std::vector<std::u16string> texts) : Peers(std::move(texts))
+    explicit Texts(const std::vector<std::u16string>& texts) : Peers(texts)
     {
         for (const std::u16string& text : Peers)
             Library.push_back(ToTString(text));
@@ -33,27 +35,6 @@ struct Texts
     std::vector<std::u16string> Peers;
     std::vector<TString> Library;
 };
-
-/// The library's answers built from what was found beforehand: what no search, however fast, can do without.
-std::set<TString> BuildNames(const std::vector<FoundSheet>& sheets)
-{
-    std::set<TString> names;
-    for (const FoundSheet& sheet : sheets)
-        names.insert(ToTString(sheet.Name));
-    return names;
-}
-
-std::map<TString, std::set<TString>> BuildFields(const std::vector<FoundSheet>& sheets)
-{
-    std::map<TString, std::set<TString>> fieldsBySheet;
-    for (const FoundSheet& sheet : sheets) {
-        std::set<TString> fields;
-        for (const std::u16string_view field : sheet.Fields)
-            fields.insert(ToTString(field));
-        fieldsBySheet.emplace(ToTString(sheet.Name), std::move(fields));
-    }
-    return fieldsBySheet;
-}
 
 template <typename Inputs, typename Function>
 void Register(const std::string& name, const Inputs& inputs, Function function)
@@ -65,22 +46,43 @@ void Register(const std::string& name, const Inputs& inputs, Function function)
     });
 }
 
+/// What no way to answer can do without. "answer alone": a copy of each answer found before, which is what
+/// the strings and the standard containers cost. "limit": each byte of the text read once, and such a copy.
+template <typename Answer>
+void RegisterLimits(const std::string& task, const Texts& texts, Answer (*answer)(const TString&))
+{
+    struct Answered
+    {
+        std::u16string_view Text;
+        Answer Found;
+    };
+    const auto answers = std::make_shared<std::vector<Answered>>();
+    for (std::size_t i = 0; i < texts.Library.size(); ++i)
+        answers->push_back({texts.Peers[i], answer(texts.Library[i])});
+    Register(task + "/answer alone", *answers, [answers](const Answered& text) { return text.Found; });
+    Register(task + "/limit", *answers, [answers](const Answered& text) {
+        char16_t units = 0;
+        for (const char16_t unit : text.Text)
+            units = static_cast<char16_t>(units ^ unit);
+        benchmark::DoNotOptimize(units);
+        return text.Found;
+    });
+}
+
 template <typename Peer>
 bool Agrees(const Peer& peer, const Texts& texts, bool withFields)
 {
     for (std::size_t i = 0; i < texts.Peers.size(); ++i) {
         Names names;
-        for (const TString& name :
-             corvanemarkup::VizInTooltip::GetTargetSheetNamesFromTooltipText(texts.Library[i]))
+        for (const TString& name : VizInTooltip::GetTargetSheetNamesFromTooltipText(texts.Library[i]))
             names.insert(ToU16String(name));
-        if (names.empty() || names != peer.FindNames(texts.Peers[i]))
+        if (names != peer.FindNames(texts.Peers[i]))
             return false;
         if (!withFields)
             continue;
         FieldsBySheet sheets;
         for (const auto& [name, fields] :
-             corvanemarkup::VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(
-                 texts.Library[i]))
+             VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(texts.Library[i]))
             for (const TString& field : fields)
                 sheets[ToU16String(name)].insert(ToU16String(field));
         if (sheets != peer.FindFields(texts.Peers[i]))
@@ -108,42 +110,44 @@ void RegisterPeer(const std::string& name, const Peer& peer, const std::string& 
 
 int main(int argumentCount, char** arguments)
 {
-    using namespace corvanemarkup;
+    constexpr auto findNames = VizInTooltip::GetTargetSheetNamesFromTooltipText;
+    constexpr auto findFields = VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText;
+    constexpr auto listFields = VizInTooltip::GetFilterFieldsFromSheetMarkupInTooltipText;
 
     const Pcre pcre;
     const HandWritten handWritten;
     const Pugixml pugixml;
-    const auto registerAll = [&](const std::string& name, const Texts& texts, bool withFields) {
-        Register("names " + name + "/corvanemarkup", texts.Library,
-                 VizInTooltip::GetTargetSheetNamesFromTooltipText);
-        if (withFields)
-            Register("fields " + name + "/corvanemarkup", texts.Library,
-                     VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText);
+    // Where a sheet is named twice the peers don't know whose fields count.
+    const auto registerNames = [&](const std::string& name, const Texts& texts, bool withFields = false) {
+        Register("names " + name + "/corvanemarkup", texts.Library, findNames);
         RegisterPeer("PCRE2 JIT", pcre, name, texts, withFields);
         RegisterPeer("u16string_view", handWritten, name, texts, withFields);
         RegisterPeer("pugixml", pugixml, name, texts, withFields);
     };
 
     constexpr std::size_t largest = std::size_t(16) << 20;
+    constexpr std::size_t manySheets = 2000;
     const Texts shortTooltips(ShortTooltips(20000));
-    const Texts longTooltip({LongTooltip(largest)});
+    const Texts fewSheets({LongTooltip(largest, 12)});
+    const Texts longTooltip({LongTooltip(largest, manySheets)});
     const Texts prose({Prose(largest)});
-    registerAll("S", shortTooltips, true);
-    registerAll("L", longTooltip, false);
-    registerAll("P", prose, false);
-    Register("elements S/corvanemarkup", shortTooltips.Library, CollectMarkupElements);
-    Register("elements L/corvanemarkup", longTooltip.Library, CollectMarkupElements);
-    Register("elements P/corvanemarkup", prose.Library, CollectMarkupElements);
-
-    std::vector<std::vector<FoundSheet>> found;
-    for (const std::u16string& text : shortTooltips.Peers)
-        found.push_back(handWritten.FindSheets(text));
-    Register("names S/output alone", found, BuildNames);
-    Register("fields S/output alone", found, BuildFields);
+    registerNames("S", shortTooltips, true);
+    const std::pair<std::string, const Texts&> allTexts[] = {
+        {"S", shortTooltips}, {"L12", fewSheets}, {"L", longTooltip}, {"P", prose}};
+    for (const auto& [name, texts] : allTexts) {
+        if (name != "S")
+            registerNames(name, texts);
+        RegisterLimits("names " + name, texts, findNames);
+        Register("fields " + name + "/corvanemarkup", texts.Library, findFields);
+        Register("list " + name + "/corvanemarkup", texts.Library, listFields);
+        Register("elements " + name + "/corvanemarkup", texts.Library, CollectMarkupElements);
+    }
+    RegisterLimits("fields S", shortTooltips, findFields);
 
     std::list<Texts> bySize;
     for (std::size_t size = 1024; size <= largest; size *= 4)
-        registerAll("in " + std::to_string(size), bySize.emplace_back(std::vector{LongTooltip(size)}), false);
+        registerNames("in " + std::to_string(size),
+                      bySize.emplace_back(std::vector{LongTooltip(size, manySheets)}));
 
     const std::vector<MarkupText> element(
         1, MarkupText(ToTString(

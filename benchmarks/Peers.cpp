@@ -13,26 +13,36 @@ namespace {
 
 constexpr std::u16string_view AllFields = u"All Fields";
 
-/// Calls `visit` with each field of the filter value; with "All Fields" if `filter` is null, which stands for
-/// no such attribute.
-template <typename Visit>
-void ForEachField(const std::u16string_view* filter, Visit visit)
+/// The value with its doubled quotes made single.
+std::u16string Unescaped(std::u16string_view value)
 {
-    if (filter == nullptr)
-        return visit(AllFields);
-    for (std::size_t start = filter->find(u'<'); start != filter->npos;) {
-        const std::size_t end = filter->find(u'>', start);
-        visit(filter->substr(start + 1, end - start - 1));
-        start = filter->find(u'<', end);
-    }
+    std::u16string unescaped;
+    for (std::size_t quote; (quote = value.find(u"\"\"")) != value.npos; value.remove_prefix(quote + 2))
+        unescaped.append(value, 0, quote + 1);
+    return unescaped.append(value);
 }
 
-/// Adds the sheet unless it is there.
-void AddSheet(FieldsBySheet& sheets, std::u16string_view name, const std::u16string_view* filter)
+/// Adds the sheet unless it is there, or has a filter without fields. No `filter`, a null pointer, stands for
+/// "All Fields".
+void AddSheet(FieldsBySheet& sheets, std::u16string name, const std::u16string* filter)
 {
     std::set<std::u16string> fields;
-    ForEachField(filter, [&](std::u16string_view field) { fields.emplace(field); });
-    sheets.try_emplace(std::u16string(name), std::move(fields));
+    if (filter == nullptr)
+        fields.emplace(AllFields);
+    else
+        for (std::size_t start = filter->find(u'<'); start != filter->npos;) {
+            const std::size_t end = filter->find(u'>', start);
+            fields.insert(filter->substr(start + 1, end - start - 1));
+            start = filter->find(u'<', end);
+        }
+    if (!fields.empty())
+        sheets.try_emplace(std::move(name), std::move(fields));
+}
+
+void AddEscapedSheet(FieldsBySheet& sheets, std::u16string_view name, const std::u16string_view* filter)
+{
+    const std::u16string value = filter == nullptr ? std::u16string() : Unescaped(*filter);
+    AddSheet(sheets, Unescaped(name), filter == nullptr ? nullptr : &value);
 }
 
 } // namespace
@@ -83,8 +93,8 @@ void Pcre::ForEachSheetElement(std::u16string_view text, Visit visit) const
 Names Pcre::FindNames(std::u16string_view text) const
 {
     Names names;
-    ForEachSheetElement(text,
-                        [&](std::u16string_view name, const std::u16string_view*) { names.emplace(name); });
+    ForEachSheetElement(
+        text, [&](std::u16string_view name, const std::u16string_view*) { names.insert(Unescaped(name)); });
     return names;
 }
 
@@ -92,12 +102,23 @@ FieldsBySheet Pcre::FindFields(std::u16string_view text) const
 {
     FieldsBySheet sheets;
     ForEachSheetElement(text, [&](std::u16string_view name, const std::u16string_view* filter) {
-        AddSheet(sheets, name, filter);
+        AddEscapedSheet(sheets, name, filter);
     });
     return sheets;
 }
 
 namespace {
+
+/// The first quote at or after `from` that isn't doubled.
+std::size_t FindClosingQuote(std::u16string_view text, std::size_t from)
+{
+    for (;;) {
+        const std::size_t quote = text.find(u'"', from);
+        if (quote == text.npos || quote + 1 == text.size() || text[quote + 1] != u'"')
+            return quote;
+        from = quote + 2;
+    }
+}
 
 template <typename Visit>
 void ForEachSheetElementByHand(std::u16string_view text, Visit visit)
@@ -114,7 +135,7 @@ void ForEachSheetElementByHand(std::u16string_view text, Visit visit)
                 continue;
             }
             const std::size_t quote = text.find(u'"', at);
-            const std::size_t end = quote == text.npos ? text.npos : text.find(u'"', quote + 1);
+            const std::size_t end = quote == text.npos ? text.npos : FindClosingQuote(text, quote + 1);
             if (end == text.npos)
                 return;
             const std::u16string_view attribute = text.substr(at, quote - at - 1);
@@ -137,7 +158,7 @@ Names HandWritten::FindNames(std::u16string_view text) const
 {
     Names names;
     ForEachSheetElementByHand(
-        text, [&](std::u16string_view name, const std::u16string_view*) { names.emplace(name); });
+        text, [&](std::u16string_view name, const std::u16string_view*) { names.insert(Unescaped(name)); });
     return names;
 }
 
@@ -145,26 +166,35 @@ FieldsBySheet HandWritten::FindFields(std::u16string_view text) const
 {
     FieldsBySheet sheets;
     ForEachSheetElementByHand(text, [&](std::u16string_view name, const std::u16string_view* filter) {
-        AddSheet(sheets, name, filter);
-    });
-    return sheets;
-}
-
-std::vector<FoundSheet> HandWritten::FindSheets(std::u16string_view text) const
-{
-    static std::set<std::u16string> texts;
-    const auto keep = [](std::u16string_view kept) -> std::u16string_view {
-        return *texts.emplace(kept).first;
-    };
-    std::vector<FoundSheet> sheets;
-    ForEachSheetElementByHand(text, [&](std::u16string_view name, const std::u16string_view* filter) {
-        FoundSheet& sheet = sheets.emplace_back(FoundSheet{keep(name), {}});
-        ForEachField(filter, [&](std::u16string_view field) { sheet.Fields.push_back(keep(field)); });
+        AddEscapedSheet(sheets, name, filter);
     });
     return sheets;
 }
 
 namespace {
+
+/// Writes the doubled quotes of attribute values as XML does.
+std::u16string WithEntities(std::u16string_view text)
+{
+    std::u16string xml;
+    xml.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t value = text.find(u"=\"", at);
+        xml.append(text.substr(at, value == text.npos ? text.npos : value + 2 - at));
+        if (value == text.npos)
+            break;
+        at = value + 2;
+        for (std::size_t quote; (quote = text.find(u'"', at)) != text.npos; at = quote + 2) {
+            const bool isDoubled = quote + 1 < text.size() && text[quote + 1] == u'"';
+            xml.append(text.substr(at, quote - at)).append(isDoubled ? u"&quot;" : u"\"");
+            if (!isDoubled) {
+                at = quote + 1;
+                break;
+            }
+        }
+    }
+    return xml;
+}
 
 template <typename Visit>
 void ForEachSheetElementAsXml(std::u16string_view text, Visit visit)
@@ -178,17 +208,17 @@ void ForEachSheetElementAsXml(std::u16string_view text, Visit visit)
             if (std::string_view(node.name()) == "Sheet") {
                 const pugi::xml_attribute filter = node.attribute("filter");
                 const std::u16string value = utf_to_utf<char16_t>(filter.value());
-                const std::u16string_view view = value;
-                m_visit(utf_to_utf<char16_t>(node.attribute("name").value()), filter ? &view : nullptr);
+                m_visit(utf_to_utf<char16_t>(node.attribute("name").value()), filter ? &value : nullptr);
             }
             return true;
         }
         Visit& m_visit;
     };
+    const std::u16string xml = WithEntities(text);
     pugi::xml_document document;
     // Elements without an end tag are reported, and kept.
-    document.load_buffer(text.data(), text.size() * sizeof(char16_t), pugi::parse_fragment,
-                         pugi::encoding_utf16_le);
+    document.load_buffer(xml.data(), xml.size() * sizeof(char16_t),
+                         pugi::parse_fragment | pugi::parse_escapes, pugi::encoding_utf16_le);
     Walker walker(visit);
     document.traverse(walker);
 }
@@ -198,15 +228,15 @@ void ForEachSheetElementAsXml(std::u16string_view text, Visit visit)
 Names Pugixml::FindNames(std::u16string_view text) const
 {
     Names names;
-    ForEachSheetElementAsXml(
-        text, [&](const std::u16string& name, const std::u16string_view*) { names.insert(name); });
+    ForEachSheetElementAsXml(text,
+                             [&](const std::u16string& name, const std::u16string*) { names.insert(name); });
     return names;
 }
 
 FieldsBySheet Pugixml::FindFields(std::u16string_view text) const
 {
     FieldsBySheet sheets;
-    ForEachSheetElementAsXml(text, [&](const std::u16string& name, const std::u16string_view* filter) {
+    ForEachSheetElementAsXml(text, [&](const std::u16string& name, const std::u16string* filter) {
         AddSheet(sheets, name, filter);
     });
     return sheets;

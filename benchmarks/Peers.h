@@ -6,20 +6,11 @@
 #include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace benchmarks {
 
 using Names = std::set<std::u16string>;
 using FieldsBySheet = std::map<std::u16string, std::set<std::u16string>>;
-
-/// What there is to tell of one sheet element. The names are kept in one place for all texts, so that reading
-/// them costs nothing.
-struct FoundSheet
-{
-    std::u16string_view Name;
-    std::vector<std::u16string_view> Fields;
-};
 
 /// PCRE2, 16-bit, JIT-compiled: one expression for a whole sheet element with its attributes in any order.
 class Pcre
@@ -47,11 +38,9 @@ class HandWritten
 public:
     Names FindNames(std::u16string_view text) const;
     FieldsBySheet FindFields(std::u16string_view text) const;
-
-    std::vector<FoundSheet> FindSheets(std::u16string_view text) const;
 };
 
-/// pugixml, on the text as if it were XML.
+/// pugixml, on the text as if it were XML, with `&quot;` in place of doubled quotes.
 class Pugixml
 {
 public:

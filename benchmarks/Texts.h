@@ -1,6 +1,8 @@
 #pragma once
 
-/// Tooltips to measure on, the same on every machine: generated from fixed seeds.
+/// Tooltips to measure on, the same on every machine: generated from fixed seeds. Attributes come in several
+/// orders, sizes and filters may be missing, some names hold doubled quotes, and one tooltip in three isn't
+/// in English.
 
 #include <corvaneplatform/TString.h>
 
@@ -15,11 +17,11 @@ inline TString ToTString(std::u16string_view text)
     return TString(text.data(), static_cast<int>(text.size()));
 }
 
-/// Tooltips of 100 to 1,500 code units, as a designer of dashboards writes them: prose, fields, and a sheet
-/// or a few.
+/// Tooltips of 100 to 1,300 code units: prose, fields, and mostly a sheet. None names a sheet twice.
 std::vector<std::u16string> ShortTooltips(std::size_t count);
-/// One tooltip of the same kind with `length` code units, give or take a sentence.
-std::u16string LongTooltip(std::size_t length);
+/// One tooltip of the same kind with `length` code units, give or take a sentence, and up to `sheetCount`
+/// sheets.
+std::u16string LongTooltip(std::size_t length, std::size_t sheetCount);
 /// Prose with an element every 4,000 code units, each second one a sheet element.
 std::u16string Prose(std::size_t length);
 
