@@ -5,8 +5,8 @@
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/Check.h>
 #include <corvanemarkup/internal/FilterFields.h>
-#include <corvanemarkup/internal/RecentTexts.h>
 #include <corvanemarkup/internal/SheetElement.h>
+#include <corvanemarkup/internal/TextTable.h>
 #include <corvaneplatform/transform_to.h>
 
 #include <algorithm>
@@ -27,39 +27,130 @@ boost::optional<VizInTooltipProperties> ReadValidProperties(const MarkupText& ma
     return properties;
 }
 
+/// The element's filter with its doubled quotes made single.
+class FilterOf
+{
+public:
+    explicit FilterOf(const SheetElement& element) : m_value(element.EscapedFilter)
+    {
+        if (m_value.find(u'"') != NotFound) {
+            m_unescaped = Unescape(m_value);
+            m_value = ViewOf(m_unescaped);
+        }
+    }
+
+    /// Calls `visit` with each field, in text order. The fields are views of this object or of the element.
+    template <typename Visit>
+    void ForEach(Visit visit) const
+    {
+        ForEachField(m_value, [&](const ElementBounds& field) { visit(field.ContentIn(m_value)); });
+    }
+
+    [[nodiscard]] bool HasFields() const { return ElementLookup(m_value).FindFrom(0).Found(); }
+
+private:
+    TextView m_value;
+    TString m_unescaped;
+};
+
+bool StandsForAllFields(const SheetElement& element)
+{
+    return element.EscapedFilter.data() == nullptr;
+}
+
+std::set<TString> FieldsOf(const SheetElement& element)
+{
+    std::set<TString> fields;
+    if (StandsForAllFields(element)) {
+        fields.insert(TString(u"All Fields", -1));
+        return fields;
+    }
+    const FilterOf filter(element);
+    TextTable different;
+    filter.ForEach([&](TextView field) { different.Add(field); });
+    different.ForEach([&](std::size_t number) { fields.insert(fields.end(), ToString(different[number])); });
+    return fields;
+}
+
+/// The element that decides for each sheet: of those that have fields or stand for all of them, the first in
+/// the order of the texts.
+class DecidingElements
+{
+public:
+    void Add(const SheetElement& element)
+    {
+        const std::size_t sheet = m_names.Add(element.EscapedName);
+        if (sheet == m_elements.Count())
+            m_elements.Add(element);
+        else if (!AreSame(element.Content, m_elements[sheet].Content))
+            AddRival(sheet, element);
+    }
+
+    [[nodiscard]] std::map<TString, std::set<TString>> ToFieldsBySheet() const
+    {
+        std::map<TString, std::set<TString>> fieldsBySheet;
+        m_names.ForEach([&](std::size_t sheet) {
+            auto fields = FieldsOf(m_elements[sheet]);
+            if (!fields.empty())
+                fieldsBySheet.emplace_hint(fieldsBySheet.end(), Unescape(m_names[sheet]), std::move(fields));
+        });
+        return fieldsBySheet;
+    }
+
+private:
+    /// What there is to know of an element that has rivals, so that it is asked for once.
+    struct Known
+    {
+        TString Content;
+        bool CanDecide;
+    };
+
+    static bool CanDecide(const SheetElement& element)
+    {
+        return StandsForAllFields(element) || FilterOf(element).HasFields();
+    }
+
+    void AddRival(std::size_t sheet, const SheetElement& rival)
+    {
+        SheetElement& element = m_elements[sheet];
+        if (m_known.size() <= sheet)
+            m_known.resize(m_elements.Count());
+        boost::optional<Known>& known = m_known[sheet];
+        if (!known)
+            known = Known{ToString(element.Content), CanDecide(element)};
+        TString rivalContent = ToString(rival.Content);
+        const bool comesFirst = !known->CanDecide || rivalContent < known->Content;
+        if (comesFirst && CanDecide(rival)) {
+            known = Known{std::move(rivalContent), true};
+            element = rival;
+        }
+    }
+
+    TextTable m_names; ///< escaped, which is as good: a name has one escaped form
+    FewOrMany<SheetElement> m_elements;
+    std::vector<boost::optional<Known>> m_known;
+};
+
 /// The valid sheet elements of a tooltip in the order of their texts, without repeats.
 std::vector<SheetElement> SheetElementsByText(const TString& tooltipText)
 {
-    std::map<TString, SheetElement> sorted; // by the platform's order of texts
+    TextTable contents;
+    std::vector<SheetElement> elements;
     SheetElementWalk walk(ViewOf(tooltipText));
     for (SheetElement element; walk.Next(element);)
-        sorted.emplace(ToString(element.Content), element);
+        if (contents.Add(element.Content) == elements.size())
+            elements.push_back(element);
+    if (elements.size() < 2)
+        return elements;
+
+    std::vector<std::pair<TString, const SheetElement*>> sorted; // by the platform's order of texts
+    sorted.reserve(elements.size());
+    for (const SheetElement& element : elements)
+        sorted.emplace_back(ToString(element.Content), &element);
+    std::sort(sorted.begin(), sorted.end(),
+              [](const auto& left, const auto& right) { return left.first < right.first; });
     return corvane::transform_to<std::vector<SheetElement>>(sorted,
-                                                            [](const auto& item) { return item.second; });
-}
-
-/// Calls `visit` with each field of the element's filter, in text order.
-template <typename Visit>
-void ForEachFieldOf(const SheetElement& element, Visit visit)
-{
-    TextView filter = element.EscapedFilter;
-    TString unescaped;
-    if (filter.find(u'"') != NotFound) {
-        unescaped = Unescape(filter);
-        filter = ViewOf(unescaped);
-    }
-    ForEachField(filter, [&](const ElementBounds& field) { visit(ToString(field.ContentIn(filter))); });
-}
-
-/// Adds the fields of the element's sheet, unless the element has a filter without fields. False if the sheet
-/// is there already; nothing changes then.
-bool AddFieldsOfSheet(const SheetElement& element, std::map<TString, std::set<TString>>& fieldsBySheet)
-{
-    std::set<TString> fields;
-    ForEachFieldOf(element, [&](TString field) { fields.insert(std::move(field)); });
-    if (element.EscapedFilter.data() == nullptr)
-        fields.insert(TString(u"All Fields", -1));
-    return fields.empty() || fieldsBySheet.emplace(Unescape(element.EscapedName), std::move(fields)).second;
+                                                            [](const auto& item) { return *item.second; });
 }
 
 void Erase(std::vector<TString>& fields, const TString& field)
@@ -97,12 +188,12 @@ std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString
 
 std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
 {
-    std::set<TString> names;
-    RecentTexts recentNames;
+    TextTable different; // of escaped names, which is as good: a name has one escaped form
     SheetElementWalk walk(ViewOf(tooltipText));
     for (SheetElement element; walk.Next(element);)
-        if (recentNames.Add(element.EscapedName))
-            names.insert(Unescape(element.EscapedName));
+        different.Add(element.EscapedName);
+    std::set<TString> names;
+    different.ForEach([&](std::size_t number) { names.insert(names.end(), Unescape(different[number])); });
     return names;
 }
 
@@ -218,19 +309,11 @@ NewCursorPositionAndMarkupText InsertFilterFieldIntoMarkupTextAndGetNewCursorPos
 std::map<TString, std::set<TString>>
 GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText)
 {
-    std::map<TString, std::set<TString>> fieldsBySheet;
+    DecidingElements elements;
     SheetElementWalk walk(ViewOf(tooltipText));
-    for (SheetElement element; walk.Next(element);) {
-        if (AddFieldsOfSheet(element, fieldsBySheet))
-            continue;
-        // Only where a sheet is named twice does it matter that the first element in the order of the texts
-        // decides.
-        fieldsBySheet.clear();
-        for (const SheetElement& sorted : SheetElementsByText(tooltipText))
-            AddFieldsOfSheet(sorted, fieldsBySheet);
-        break;
-    }
-    return fieldsBySheet;
+    for (SheetElement element; walk.Next(element);)
+        elements.Add(element);
+    return elements.ToFieldsBySheet();
 }
 
 std::vector<TString> CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const TString& previousTooltipText,
@@ -253,7 +336,7 @@ std::vector<TString> GetFilterFieldsFromSheetMarkupInTooltipText(const TString& 
     std::vector<TString> fields;
     // From the last element to the first, so that nothing is inserted at the front of a growing list.
     for (auto element = elements.rbegin(); element != elements.rend(); ++element)
-        ForEachFieldOf(*element, [&](TString field) { fields.push_back(std::move(field)); });
+        FilterOf(*element).ForEach([&](TextView field) { fields.push_back(ToString(field)); });
     return fields;
 }
 

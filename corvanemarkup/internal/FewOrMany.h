@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstddef>
+#include <new>
+#include <type_traits>
+#include <vector>
+
+namespace corvanemarkup::Internal {
+
+/// A growing list that takes no memory for a few items, and sets none up for those that aren't there.
+template <typename Item>
+class FewOrMany
+{
+    static_assert(std::is_trivially_copyable_v<Item> && std::is_trivially_destructible_v<Item>);
+
+public:
+    static constexpr std::size_t Few = 8;
+
+    FewOrMany() = default;
+    FewOrMany(const FewOrMany&) = delete;
+    FewOrMany& operator=(const FewOrMany&) = delete;
+
+    [[nodiscard]] std::size_t Count() const { return m_count; }
+    [[nodiscard]] Item& operator[](std::size_t number) { return m_items[number]; }
+    [[nodiscard]] const Item& operator[](std::size_t number) const { return m_items[number]; }
+
+    void Add(const Item& item)
+    {
+        if (m_count < Few)
+            new (m_few + m_count * sizeof(Item)) Item(item);
+        else
+            AddToMany(item);
+        ++m_count;
+    }
+
+private:
+    void AddToMany(const Item& item)
+    {
+        if (m_count == Few)
+            m_many.assign(m_items, m_items + Few);
+        m_many.push_back(item);
+        m_items = m_many.data();
+    }
+
+    alignas(Item) unsigned char m_few[Few * sizeof(Item)];
+    Item* m_items = reinterpret_cast<Item*>(m_few);
+    std::size_t m_count = 0;
+    std::vector<Item> m_many;
+};
+
+} // namespace corvanemarkup::Internal

@@ -1,0 +1,136 @@
+#include <corvanemarkup/internal/TextTable.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+
+namespace corvanemarkup::Internal {
+
+namespace {
+
+constexpr std::size_t UnitsInWord = sizeof(std::uint64_t) / sizeof(char16_t);
+
+inline std::uint64_t WordAt(const char16_t* units)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, units, sizeof word);
+    return word;
+}
+
+inline std::uint64_t Mixed(std::uint64_t hash, std::uint64_t word)
+{
+    constexpr std::uint64_t oddBits = 0x9E3779B97F4A7C15; // the golden ratio's
+    hash = (hash ^ word) * oddBits;
+    return hash ^ (hash >> 32);
+}
+
+std::uint32_t HashOf(TextView text)
+{
+    std::uint64_t hash = text.size();
+    if (text.size() < UnitsInWord) {
+        for (const char16_t unit : text)
+            hash = Mixed(hash, unit);
+    } else {
+        const char16_t* const lastWord = text.data() + text.size() - UnitsInWord;
+        for (const char16_t* units = text.data(); units < lastWord; units += UnitsInWord)
+            hash = Mixed(hash, WordAt(units));
+        hash = Mixed(hash, WordAt(lastWord));
+    }
+    return static_cast<std::uint32_t>(hash);
+}
+
+} // namespace
+
+/// Finds the numbers of the texts that it has been told of.
+class TextTable::Index
+{
+public:
+    explicit Index(const FewOrMany<TextView>& texts) : m_texts(texts) { Rebuild(64); }
+
+    /// The number of the text, `newNumber` if it is new.
+    std::size_t Add(TextView text, std::size_t newNumber)
+    {
+        if (2 * (newNumber + 1) > m_slots.size())
+            Rebuild(2 * m_slots.size());
+        return Add(text, HashOf(text), newNumber);
+    }
+
+private:
+    struct Slot
+    {
+        std::uint32_t Hash;
+        std::uint32_t NumberPlusOne; ///< 0 in an empty slot; fewer texts than that fit into a `TString`
+    };
+
+    std::size_t Add(TextView text, std::uint32_t hash, std::size_t newNumber)
+    {
+        constexpr std::size_t mostProbes = 16;
+        for (std::size_t i = 0; i < mostProbes; ++i) {
+            Slot& slot = m_slots[(hash + i) & (m_slots.size() - 1)];
+            if (slot.NumberPlusOne == 0) {
+                slot = {hash, static_cast<std::uint32_t>(newNumber + 1)};
+                return newNumber;
+            }
+            if (slot.Hash == hash && AreSame(m_texts[slot.NumberPlusOne - 1], text))
+                return slot.NumberPlusOne - 1;
+        }
+        return m_crowded.emplace(text, newNumber).first->second;
+    }
+
+    void Rebuild(std::size_t slotCount)
+    {
+        m_slots.assign(slotCount, Slot{0, 0});
+        m_crowded.clear();
+        for (std::size_t number = 0; number < m_texts.Count(); ++number)
+            Add(m_texts[number], HashOf(m_texts[number]), number);
+    }
+
+    const FewOrMany<TextView>& m_texts;
+    std::vector<Slot> m_slots;                 ///< a power of two, at least half of them empty
+    std::map<TextView, std::size_t> m_crowded; ///< what found all slots taken that it may have
+};
+
+void TextTable::IndexDeleter::operator()(Index* index) const
+{
+    delete index;
+}
+
+std::size_t TextTable::AddToFew(TextView text)
+{
+    if (m_texts.Count() == m_texts.Few) {
+        m_index.reset(new Index(m_texts));
+        return AddByHash(text);
+    }
+    m_texts.Add(text);
+    return m_texts.Count() - 1;
+}
+
+std::size_t TextTable::AddByHash(TextView text)
+{
+    const std::size_t count = m_texts.Count();
+    const std::size_t number = m_index->Add(text, count);
+    if (number == count)
+        m_texts.Add(text);
+    return number;
+}
+
+std::vector<std::size_t> TextTable::NumbersInOrder() const
+{
+    struct Entry
+    {
+        TextView Text;
+        std::size_t Number;
+    };
+    std::vector<Entry> entries;
+    entries.reserve(Count());
+    for (std::size_t number = 0; number < Count(); ++number)
+        entries.push_back({m_texts[number], number});
+    std::sort(entries.begin(), entries.end(),
+              [](const Entry& left, const Entry& right) { return left.Text < right.Text; });
+    std::vector<std::size_t> numbers(entries.size());
+    std::transform(entries.begin(), entries.end(), numbers.begin(),
+                   [](const Entry& entry) { return entry.Number; });
+    return numbers;
+}
+
+} // namespace corvanemarkup::Internal

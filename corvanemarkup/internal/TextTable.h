@@ -1,0 +1,61 @@
+#pragma once
+
+#include <corvanemarkup/internal/FewOrMany.h>
+#include <corvanemarkup/internal/TextView.h>
+
+#include <memory>
+
+namespace corvanemarkup::Internal {
+
+/// Numbers different texts as they come, from 0 on. The texts are viewed, not copied.
+///
+/// A few texts are compared one by one. More of them are found by hash, and, since anyone may choose texts of
+/// equal hashes, those that crowd in one place are found by their order: adding n texts never takes more than
+/// their lengths times log n.
+class TextTable
+{
+public:
+    /// The number of the text: `Count()` as it was before, if the text is new.
+    std::size_t Add(TextView text)
+    {
+        if (m_index)
+            return AddByHash(text);
+        for (std::size_t number = 0; number < m_texts.Count(); ++number)
+            if (AreSame(m_texts[number], text))
+                return number;
+        return AddToFew(text);
+    }
+
+    [[nodiscard]] std::size_t Count() const { return m_texts.Count(); }
+    [[nodiscard]] TextView operator[](std::size_t number) const { return m_texts[number]; }
+
+    /// Calls `visit` with each number: many in the order of the texts by code units, a few as they came. So a
+    /// sorted container is filled at its end, under the usual order.
+    template <typename Visit>
+    void ForEach(Visit visit) const
+    {
+        if (!m_index) {
+            for (std::size_t number = 0; number < m_texts.Count(); ++number)
+                visit(number);
+        } else {
+            for (const std::size_t number : NumbersInOrder())
+                visit(number);
+        }
+    }
+
+private:
+    class Index;
+    struct IndexDeleter
+    {
+        void operator()(Index* index) const;
+    };
+
+    std::size_t AddToFew(TextView text);
+    std::size_t AddByHash(TextView text);
+    [[nodiscard]] std::vector<std::size_t> NumbersInOrder() const;
+
+    FewOrMany<TextView> m_texts;
+    std::unique_ptr<Index, IndexDeleter> m_index; ///< none as long as the texts are few
+};
+
+} // namespace corvanemarkup::Internal
