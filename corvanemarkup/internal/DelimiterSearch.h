@@ -5,6 +5,8 @@
 #include <corvanemarkup/internal/TextView.h>
 #include <corvanemarkup/internal/UnitBlock.h>
 
+#include <algorithm>
+
 namespace corvanemarkup::Internal {
 
 /// The first position at or after `from` that holds one of `Units`, or `NotFound`.
@@ -35,29 +37,38 @@ template <char16_t... Units>
     return mask != 0 ? from + FirstIn(mask) : NotFound;
 }
 
-/// The first position at or after `from` that holds `First`, with `Second` right after it; or `NotFound`.
-template <char16_t First, char16_t Second>
-[[nodiscard]] std::size_t FindPair(TextView text, std::size_t from)
+/// The first position at or after `from` where `First`, `Second` and `Third` follow one another, or
+/// `NotFound`.
+///
+/// Only every second unit is compared, together with its neighbour: where the three begin at an even place of
+/// a block the first two of them are met, and where they begin at an odd one the last two.
+template <char16_t First, char16_t Second, char16_t Third>
+[[nodiscard]] std::size_t FindThree(TextView text, std::size_t from)
 {
     const char16_t* const units = text.data();
     const std::size_t end = text.size();
-    while (from < end && end - from > UnitBlock::Length) {
-        const UnitBlock block(units + from);
-        // The unit after the last place of the block is looked at by itself.
-        const UnitMask beforeSecond = block.MaskOf(Second) >> 1 | UnitMask(1) << (UnitBlock::Length - 1);
-        const UnitMask mask = block.MaskOf(First) & beforeSecond;
-        if (mask == 0) {
-            from += UnitBlock::Length;
-            continue;
-        }
-        const std::size_t found = from + FirstIn(mask);
-        if (units[found + 1] == Second)
-            return found;
-        from = found + 1;
+    const std::size_t begin = from;
+    const auto standAt = [=](std::size_t position) {
+        return position >= begin && position < end && end - position > 2 && units[position] == First &&
+               units[position + 1] == Second && units[position + 2] == Third;
+    };
+    if (end < UnitTwos::Length) {
+        for (; from < end; ++from)
+            if (standAt(from))
+                return from;
+        return NotFound;
     }
-    for (; from < end && end - from > 1; ++from)
-        if (units[from] == First && units[from + 1] == Second)
-            return from;
+    const std::size_t lastBlock = end - UnitTwos::Length;
+    for (std::size_t block = from; from < end; from = block + UnitTwos::Length) {
+        block = std::min(from, lastBlock);
+        std::uint64_t mask = UnitTwos(units + block).MaskOf(First, Second, Third);
+        for (; mask != 0; mask &= mask - 1) {
+            const std::size_t place = block + FirstIn(mask);
+            const std::size_t position = units[place] == Second ? place - 1 : place;
+            if (standAt(position))
+                return position;
+        }
+    }
     return NotFound;
 }
 

@@ -67,9 +67,9 @@ bool SheetElementWalk::Next(SheetElement& element)
     // one that the look-ahead asks for. And a plain element never changes where such a state begins: quotes
     // mean nothing in it, and it restarts at each `<` that isn't escaped. So whether a plain element is open
     // needn't be known, nor where it ends.
-    static_assert(VizInTooltip::Impl::SheetMarkupElementLiteral.front() == u'S');
+    constexpr TextView elementName = VizInTooltip::Impl::SheetMarkupElementLiteral;
     for (;;) {
-        const std::size_t start = FindPair<u'<', u'S'>(m_text, m_position);
+        const std::size_t start = FindThree<u'<', elementName[0], elementName[1]>(m_text, m_position);
         if (start == NotFound)
             return false;
         const bool isNotEscaped = IsNotEscapedAt<u'<'>(m_text, m_position, start);

@@ -36,6 +36,21 @@ private:
 #endif
 };
 
+/// Twos of code units, from `units` on, to be compared with ASCII characters.
+class UnitTwos
+{
+public:
+    static constexpr std::size_t Length = 64; ///< in code units
+
+    explicit UnitTwos(const char16_t* units) : m_units(units) {}
+
+    /// Which of the twos are `first` and `second`, or `second` and `third`: a bit for the first unit of each.
+    [[nodiscard]] std::uint64_t MaskOf(char16_t first, char16_t second, char16_t third) const;
+
+private:
+    const char16_t* m_units;
+};
+
 #if defined(CORVANEMARKUP_SSE2_BLOCKS)
 
 inline UnitBlock::UnitBlock(const char16_t* units)
@@ -50,6 +65,25 @@ inline UnitMask UnitBlock::MaskOf(char16_t unit) const
     return static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_bytes, sought)));
 }
 
+inline std::uint64_t UnitTwos::MaskOf(char16_t first, char16_t second, char16_t third) const
+{
+    const __m128i firstTwo = _mm_set1_epi16(static_cast<short>(second << 8 | first));
+    const __m128i lastTwo = _mm_set1_epi16(static_cast<short>(third << 8 | second));
+    const auto matches = [&](std::size_t at) {
+        const auto* const vectors = reinterpret_cast<const __m128i*>(m_units + at);
+        const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
+        return _mm_or_si128(_mm_cmpeq_epi16(bytes, firstTwo), _mm_cmpeq_epi16(bytes, lastTwo));
+    };
+    const __m128i parts[] = {matches(0), matches(16), matches(32), matches(48)};
+    const __m128i any = _mm_or_si128(_mm_or_si128(parts[0], parts[1]), _mm_or_si128(parts[2], parts[3]));
+    if (_mm_movemask_epi8(any) == 0)
+        return 0;
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(parts[i]))) << (16 * i);
+    return mask & 0x5555555555555555;
+}
+
 #else
 
 inline UnitBlock::UnitBlock(const char16_t* units) : m_units(units) {}
@@ -62,13 +96,24 @@ inline UnitMask UnitBlock::MaskOf(char16_t unit) const
     return mask;
 }
 
+inline std::uint64_t UnitTwos::MaskOf(char16_t first, char16_t second, char16_t third) const
+{
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < Length; i += 2) {
+        const bool isFirstTwo = m_units[i] == first && m_units[i + 1] == second;
+        const bool isLastTwo = m_units[i] == second && m_units[i + 1] == third;
+        mask |= std::uint64_t(isFirstTwo || isLastTwo) << i;
+    }
+    return mask;
+}
+
 #endif
 
 /// The position of the lowest bit of a mask that isn't 0.
-[[nodiscard]] inline std::size_t FirstIn(UnitMask mask)
+[[nodiscard]] inline std::size_t FirstIn(std::uint64_t mask)
 {
 #if defined(__GNUC__)
-    return static_cast<std::size_t>(__builtin_ctz(mask));
+    return static_cast<std::size_t>(__builtin_ctzll(mask));
 #else
     std::size_t position = 0;
     for (; (mask & 1) == 0; mask >>= 1)

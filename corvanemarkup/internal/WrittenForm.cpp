@@ -1,7 +1,8 @@
 #include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/WrittenForm.h>
 
-#include <utility>
+#include <algorithm>
+#include <cstdint>
 
 namespace corvanemarkup::Internal {
 
@@ -9,45 +10,117 @@ using namespace VizInTooltip::Impl;
 
 namespace {
 
-/// Moves `position` past `literal` if that stands there.
-inline bool Skip(TextView text, TextView literal, std::size_t& position)
+constexpr std::size_t UnitsInWord = sizeof(std::uint64_t) / sizeof(char16_t);
+
+/// Four code units as one number, the first in the lowest bits. Compilers make one load of it where they can.
+constexpr std::uint64_t WordAt(const char16_t* units)
 {
-    if (!StandsAt(text, position, literal))
-        return false;
-    position += literal.size();
-    return true;
+    return std::uint64_t(units[0]) | std::uint64_t(units[1]) << 16 | std::uint64_t(units[2]) << 32 |
+           std::uint64_t(units[3]) << 48;
 }
 
-inline bool SkipNameOf(TextView text, SheetMarkupAttribute attribute, std::size_t& position)
+/// An attribute's name with the `="` after it, in words.
+struct WrittenName
 {
-    std::size_t end = position;
-    if (!Skip(text, LiteralOf(attribute), end) || !Skip(text, u"=\"", end))
-        return false;
-    position = end;
+    static constexpr std::size_t MostWords = 3;
+    static constexpr std::size_t MostUnits = MostWords * UnitsInWord;
+
+    std::size_t Length;
+    std::uint64_t Words[MostWords]; ///< with zeros after the end
+    std::uint64_t Masks[MostWords]; ///< the bits of `Words` that belong to the name
+};
+
+constexpr WrittenName WrittenNameOf(TextView literal)
+{
+    char16_t units[WrittenName::MostUnits] = {};
+    char16_t masks[WrittenName::MostUnits] = {};
+    WrittenName name{};
+    for (const TextView part : {literal, TextView(u"=\"")})
+        for (const char16_t unit : part) {
+            units[name.Length] = unit;
+            masks[name.Length++] = 0xFFFF;
+        }
+    for (std::size_t i = 0; i < WrittenName::MostWords; ++i) {
+        name.Words[i] = WordAt(units + i * UnitsInWord);
+        name.Masks[i] = WordAt(masks + i * UnitsInWord);
+    }
+    return name;
+}
+
+constexpr std::size_t NameCount = std::size(SheetMarkupAttributeLiterals);
+
+struct WrittenNames
+{
+    WrittenName Names[NameCount];
+};
+
+constexpr WrittenNames MakeWrittenNames()
+{
+    WrittenNames all{};
+    for (std::size_t i = 0; i < NameCount; ++i)
+        all.Names[i] = WrittenNameOf(SheetMarkupAttributeLiterals[i]);
+    return all;
+}
+
+constexpr WrittenNames AllNames = MakeWrittenNames();
+
+constexpr bool FirstWordsTellNamesApart()
+{
+    for (std::size_t i = 0; i < NameCount; ++i) {
+        if (SheetMarkupAttributeLiterals[i].size() < UnitsInWord)
+            return false;
+        for (std::size_t j = 0; j < i; ++j)
+            if (AllNames.Names[i].Words[0] == AllNames.Names[j].Words[0])
+                return false;
+    }
     return true;
+}
+static_assert(FirstWordsTellNamesApart());
+
+/// Tells which of the names stands at `units`, of which as many as the longest name has can be read. Which one
+/// it is can't be foreseen, so that no branch depends on it.
+inline bool FindName(const char16_t* units, std::size_t& index)
+{
+    const std::uint64_t firstWord = WordAt(units);
+    index = 0;
+    for (std::size_t i = 1; i < NameCount; ++i)
+        index += firstWord == AllNames.Names[i].Words[0] ? i : 0;
+    const WrittenName& name = AllNames.Names[index];
+    std::uint64_t difference = firstWord ^ name.Words[0];
+    for (std::size_t i = 1; i < WrittenName::MostWords; ++i)
+        difference |= (WordAt(units + i * UnitsInWord) & name.Masks[i]) ^ name.Words[i];
+    return difference == 0;
 }
 
 /// Moves `position` past one of the names, with its `=` and the opening quote, and tells which it was.
-template <std::size_t... indices>
-inline bool SkipName(TextView text, std::size_t& position, SheetMarkupAttribute& attribute,
-                     std::index_sequence<indices...>)
+inline bool SkipName(TextView text, std::size_t& position, SheetMarkupAttribute& attribute)
 {
-    return ((attribute = SheetMarkupAttribute(indices),
-             SkipNameOf(text, SheetMarkupAttribute(indices), position)) ||
-            ...);
+    std::size_t index = 0;
+    if (text.size() - position >= WrittenName::MostUnits) {
+        if (!FindName(text.data() + position, index))
+            return false;
+    } else {
+        char16_t rest[WrittenName::MostUnits] = {};
+        std::copy(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), rest);
+        if (!FindName(rest, index))
+            return false;
+    }
+    attribute = static_cast<SheetMarkupAttribute>(index);
+    position += AllNames.Names[index].Length;
+    return true;
 }
 
 } // namespace
 
 bool ReadWrittenElement(TextView text, std::size_t position, SheetAttributeValues& values, std::size_t& end)
 {
-    using Indices = std::make_index_sequence<std::size(SheetMarkupAttributeLiterals)>;
     bool hasAttributes = false;
-    while (Skip(text, u" ", position)) {
-        while (Skip(text, u" ", position)) {
-        }
+    while (position < text.size() && text[position] == u' ') {
+        do
+            ++position;
+        while (position < text.size() && text[position] == u' ');
         SheetMarkupAttribute attribute{};
-        if (!SkipName(text, position, attribute, Indices()))
+        if (!SkipName(text, position, attribute))
             break;
         const std::size_t closingQuote = FindNotEscaped<u'"'>(text, position);
         if (closingQuote == NotFound || values.Has(attribute))
