@@ -8,15 +8,6 @@ namespace corvanemarkup::Internal {
 
 namespace {
 
-constexpr std::size_t UnitsInWord = sizeof(std::uint64_t) / sizeof(char16_t);
-
-inline std::uint64_t WordAt(const char16_t* units)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, units, sizeof word);
-    return word;
-}
-
 inline std::uint64_t Mixed(std::uint64_t hash, std::uint64_t word)
 {
     constexpr std::uint64_t oddBits = 0x9E3779B97F4A7C15; // the golden ratio's
@@ -95,18 +86,10 @@ void TextTable::IndexDeleter::operator()(Index* index) const
     delete index;
 }
 
-std::size_t TextTable::AddToFew(TextView text)
-{
-    if (m_texts.Count() == m_texts.Few) {
-        m_index.reset(new Index(m_texts));
-        return AddByHash(text);
-    }
-    m_texts.Add(text);
-    return m_texts.Count() - 1;
-}
-
 std::size_t TextTable::AddByHash(TextView text)
 {
+    if (!m_index)
+        m_index.reset(new Index(m_texts));
     const std::size_t count = m_texts.Count();
     const std::size_t number = m_index->Add(text, count);
     if (number == count)

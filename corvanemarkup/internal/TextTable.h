@@ -23,7 +23,10 @@ public:
         for (std::size_t number = 0; number < m_texts.Count(); ++number)
             if (AreSame(m_texts[number], text))
                 return number;
-        return AddToFew(text);
+        if (m_texts.Count() == m_texts.Few)
+            return AddByHash(text);
+        m_texts.Add(text);
+        return m_texts.Count() - 1;
     }
 
     [[nodiscard]] std::size_t Count() const { return m_texts.Count(); }
@@ -50,7 +53,6 @@ private:
         void operator()(Index* index) const;
     };
 
-    std::size_t AddToFew(TextView text);
     std::size_t AddByHash(TextView text);
     [[nodiscard]] std::vector<std::size_t> NumbersInOrder() const;
 

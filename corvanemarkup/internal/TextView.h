@@ -5,6 +5,7 @@
 #include <corvaneplatform/TString.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -32,6 +33,15 @@ inline bool StandsAt(TextView text, std::size_t position, TextView part)
 {
     return text.size() - position >= part.size() &&
            std::memcmp(text.data() + position, part.data(), part.size() * sizeof(char16_t)) == 0;
+}
+
+constexpr std::size_t UnitsInWord = sizeof(std::uint64_t) / sizeof(char16_t);
+
+/// Four code units as one number, the first in the lowest bits. Compilers make one load of it where they can.
+constexpr std::uint64_t WordAt(const char16_t* units)
+{
+    return std::uint64_t(units[0]) | std::uint64_t(units[1]) << 16 | std::uint64_t(units[2]) << 32 |
+           std::uint64_t(units[3]) << 48;
 }
 
 /// `text` must be no longer than a `TString` can be, as each part of one is.

@@ -10,15 +10,6 @@ using namespace VizInTooltip::Impl;
 
 namespace {
 
-constexpr std::size_t UnitsInWord = sizeof(std::uint64_t) / sizeof(char16_t);
-
-/// Four code units as one number, the first in the lowest bits. Compilers make one load of it where they can.
-constexpr std::uint64_t WordAt(const char16_t* units)
-{
-    return std::uint64_t(units[0]) | std::uint64_t(units[1]) << 16 | std::uint64_t(units[2]) << 32 |
-           std::uint64_t(units[3]) << 48;
-}
-
 /// An attribute's name with the `="` after it, in words.
 struct WrittenName
 {
@@ -84,7 +75,7 @@ inline bool FindName(const char16_t* units, std::size_t& index)
     const std::uint64_t firstWord = WordAt(units);
     index = 0;
     for (std::size_t i = 1; i < NameCount; ++i)
-        index += firstWord == AllNames.Names[i].Words[0] ? i : 0;
+        index |= i & -std::size_t(firstWord == AllNames.Names[i].Words[0]);
     const WrittenName& name = AllNames.Names[index];
     std::uint64_t difference = firstWord ^ name.Words[0];
     for (std::size_t i = 1; i < WrittenName::MostWords; ++i)
