@@ -4,6 +4,7 @@
 #include <corvanemarkup/VizInTooltipProperties.h>
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/Check.h>
+#include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/SheetElement.h>
 #include <corvanemarkup/internal/TextTable.h>
@@ -31,9 +32,9 @@ boost::optional<VizInTooltipProperties> ReadValidProperties(const MarkupText& ma
 class FilterOf
 {
 public:
-    explicit FilterOf(const SheetElement& element) : m_value(element.EscapedFilter)
+    explicit FilterOf(const SheetElement& element) : m_value(element.EscapedFilter())
     {
-        if (m_value.find(u'"') != NotFound) {
+        if (FindFirstOf<u'"'>(m_value, 0) != NotFound) {
             m_unescaped = Unescape(m_value);
             m_value = ViewOf(m_unescaped);
         }
@@ -55,14 +56,14 @@ private:
 
 bool StandsForAllFields(const SheetElement& element)
 {
-    return element.EscapedFilter.data() == nullptr;
+    return !element.HasFilter();
 }
 
 std::set<TString> FieldsOf(const SheetElement& element)
 {
     std::set<TString> fields;
     if (StandsForAllFields(element)) {
-        fields.insert(TString(u"All Fields", -1));
+        fields.insert(ToString(u"All Fields"));
         return fields;
     }
     const FilterOf filter(element);
@@ -77,13 +78,18 @@ std::set<TString> FieldsOf(const SheetElement& element)
 class DecidingElements
 {
 public:
-    void Add(const SheetElement& element)
+    explicit DecidingElements(TextView tooltipText)
     {
-        const std::size_t sheet = m_names.Add(element.EscapedName);
-        if (sheet == m_elements.Count())
-            m_elements.Add(element);
-        else if (!AreSame(element.Content, m_elements[sheet].Content))
-            AddRival(sheet, element);
+        SheetElementWalk walk(tooltipText);
+        // Each element is read where it stays if its sheet is new.
+        SheetElement* element = &m_elements.Add();
+        while (walk.Next(*element)) {
+            const std::size_t sheet = m_names.Add(element->EscapedName());
+            if (sheet + 1 == m_elements.Count())
+                element = &m_elements.Add();
+            else if (!AreSame(element->Content, m_elements[sheet].Content))
+                AddRival(sheet, *element);
+        }
     }
 
     [[nodiscard]] std::map<TString, std::set<TString>> ToFieldsBySheet() const
@@ -176,7 +182,7 @@ std::int64_t WrappingDifference(std::int64_t left, std::int64_t right)
 TString GetTargetSheetNameFromMarkupText(const TString& markupText)
 {
     SheetElement element;
-    return ReadSheetElement(ViewOf(markupText), element) ? Unescape(element.EscapedName) : TString();
+    return ReadSheetElement(ViewOf(markupText), element) ? Unescape(element.EscapedName()) : TString();
 }
 
 std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString>& markupElements)
@@ -191,7 +197,7 @@ std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
     TextTable different; // of escaped names, which is as good: a name has one escaped form
     SheetElementWalk walk(ViewOf(tooltipText));
     for (SheetElement element; walk.Next(element);)
-        different.Add(element.EscapedName);
+        different.Add(element.EscapedName());
     std::set<TString> names;
     different.ForEach([&](std::size_t number) { names.insert(names.end(), Unescape(different[number])); });
     return names;
@@ -309,11 +315,7 @@ NewCursorPositionAndMarkupText InsertFilterFieldIntoMarkupTextAndGetNewCursorPos
 std::map<TString, std::set<TString>>
 GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText)
 {
-    DecidingElements elements;
-    SheetElementWalk walk(ViewOf(tooltipText));
-    for (SheetElement element; walk.Next(element);)
-        elements.Add(element);
-    return elements.ToFieldsBySheet();
+    return DecidingElements(ViewOf(tooltipText)).ToFieldsBySheet();
 }
 
 std::vector<TString> CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const TString& previousTooltipText,

@@ -52,16 +52,16 @@ template <char16_t First, char16_t Second, char16_t Third>
         return position >= begin && position < end && end - position > 2 && units[position] == First &&
                units[position + 1] == Second && units[position + 2] == Third;
     };
-    if (end < UnitTwos::Length) {
+    if (end < WideUnitBlock::Length) {
         for (; from < end; ++from)
             if (standAt(from))
                 return from;
         return NotFound;
     }
-    const std::size_t lastBlock = end - UnitTwos::Length;
-    for (std::size_t block = from; from < end; from = block + UnitTwos::Length) {
+    const std::size_t lastBlock = end - WideUnitBlock::Length;
+    for (std::size_t block = from; from < end; from = block + WideUnitBlock::Length) {
         block = std::min(from, lastBlock);
-        std::uint64_t mask = UnitTwos(units + block).MaskOf(First, Second, Third);
+        std::uint64_t mask = WideUnitBlock(units + block).MaskOfTwos(First, Second, Third);
         for (; mask != 0; mask &= mask - 1) {
             const std::size_t place = block + FirstIn(mask);
             const std::size_t position = units[place] == Second ? place - 1 : place;

@@ -24,22 +24,22 @@ public:
     [[nodiscard]] Item& operator[](std::size_t number) { return m_items[number]; }
     [[nodiscard]] const Item& operator[](std::size_t number) const { return m_items[number]; }
 
-    void Add(const Item& item)
+    /// Adds an item and gives it, to be set. It stays where it is until the next one is added.
+    Item& Add()
     {
-        if (m_count < Few)
-            new (m_few + m_count * sizeof(Item)) Item(item);
-        else
-            AddToMany(item);
+        Item& item = m_count < Few ? *new (m_few + m_count * sizeof(Item)) Item : AddToMany();
         ++m_count;
+        return item;
     }
 
 private:
-    void AddToMany(const Item& item)
+    Item& AddToMany()
     {
         if (m_count == Few)
             m_many.assign(m_items, m_items + Few);
-        m_many.push_back(item);
+        m_many.emplace_back();
         m_items = m_many.data();
+        return m_many.back();
     }
 
     alignas(Item) unsigned char m_few[Few * sizeof(Item)];

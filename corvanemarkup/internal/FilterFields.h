@@ -3,6 +3,7 @@
 /// The fields of a filter value, such as `<Region>,<Year>`.
 
 #include <corvanemarkup/internal/ElementLookup.h>
+#include <corvanemarkup/internal/WrittenForm.h>
 
 namespace corvanemarkup::Internal {
 
@@ -14,7 +15,9 @@ void ForEachField(TextView filterValue, Visit visit)
 {
     ElementLookup elements(filterValue);
     for (std::size_t offset = 0; offset < filterValue.size();) {
-        const ElementBounds field = elements.FindFrom(offset);
+        ElementBounds field;
+        if (!ReadWrittenField(filterValue, offset, field))
+            field = elements.FindFrom(offset);
         if (field.Found())
             visit(field);
         offset = field.Found() ? field.End + 1 : offset + 1;

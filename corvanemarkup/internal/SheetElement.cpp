@@ -25,16 +25,12 @@ int NumberOr(const SheetAttributeValues& values, SheetMarkupAttribute attribute,
 }
 
 /// Whether an element with these attributes, none of which occurs twice, is valid as
-/// `VizInTooltipProperties::IsValid` judges. Sets `element` to it then.
-bool JudgeSheetElement(TextView content, const SheetAttributeValues& values, SheetElement& element)
+/// `VizInTooltipProperties::IsValid` judges.
+bool AreValid(const SheetAttributeValues& values)
 {
-    const TextView name = values[SheetMarkupAttribute::Name];
     const TSize size(NumberOr(values, SheetMarkupAttribute::MaxWidth, VizInTooltip::DefaultMaxSize.width),
                      NumberOr(values, SheetMarkupAttribute::MaxHeight, VizInTooltip::DefaultMaxSize.height));
-    if (name.empty() || !IsValidSheetSize(size))
-        return false;
-    element = {content, name, values[SheetMarkupAttribute::Filter]};
-    return true;
+    return !values[SheetMarkupAttribute::Name].empty() && IsValidSheetSize(size);
 }
 
 } // namespace
@@ -46,7 +42,7 @@ bool ReadSheetElement(TextView content, SheetElement& element)
     if (!reader.Next(token) || token.Text != VizInTooltip::Impl::SheetMarkupElementLiteral)
         return false;
 
-    SheetAttributeValues values;
+    element = {content, {}};
     while (reader.Next(token)) {
         if (token.Kind != TokenKind::Attribute)
             continue;
@@ -54,11 +50,11 @@ bool ReadSheetElement(TextView content, SheetElement& element)
         if (!attribute)
             return false;
         const auto allowed = FindAllowedAttribute(attribute->Name);
-        if (!allowed || values.Has(*allowed))
+        if (!allowed || element.Values.Has(*allowed))
             return false;
-        values[*allowed] = attribute->EscapedValue;
+        element.Values[*allowed] = attribute->EscapedValue;
     }
-    return !reader.Failed() && JudgeSheetElement(content, values, element);
+    return !reader.Failed() && AreValid(element.Values);
 }
 
 bool SheetElementWalk::Next(SheetElement& element)
@@ -83,12 +79,12 @@ bool SheetElementWalk::Next(SheetElement& element)
 /// the walk goes on. The fast way comes first; here is where the general way takes over.
 bool SheetElementWalk::ReadElementAt(std::size_t start, SheetElement& element)
 {
-    SheetAttributeValues values;
-    std::size_t end = 0;
     const std::size_t afterName = start + 1 + VizInTooltip::Impl::SheetMarkupElementLiteral.size();
-    if (ReadWrittenElement(m_text, afterName, values, end)) {
+    const std::size_t end = ReadWrittenElement(m_text, afterName, element.Values);
+    if (end != NotFound) {
         m_position = end + 1;
-        return JudgeSheetElement(m_text.substr(start + 1, end - start - 1), values, element);
+        element.Content = TextView(m_text.data() + start + 1, end - start - 1);
+        return AreValid(element.Values);
     }
 
     if (!StartsSheetElement(m_text, start + 1))

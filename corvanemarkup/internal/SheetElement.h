@@ -3,16 +3,22 @@
 /// The valid sheet elements of a text, on views of it. What `VizInTooltipProperties` tells of them, in a form
 /// that costs no allocation.
 
+#include <corvanemarkup/internal/SheetAttributeValues.h>
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
-/// A valid sheet element. The values are as they stand in the text, with doubled quotes.
+/// A valid sheet element.
 struct SheetElement
 {
+    using Attribute = VizInTooltip::Impl::SheetMarkupAttribute;
+
     TextView Content;
-    TextView EscapedName;
-    TextView EscapedFilter; ///< has no data if there is no `filter`
+    SheetAttributeValues Values;
+
+    [[nodiscard]] TextView EscapedName() const { return Values[Attribute::Name]; }
+    [[nodiscard]] bool HasFilter() const { return Values.Has(Attribute::Filter); }
+    [[nodiscard]] TextView EscapedFilter() const { return Values[Attribute::Filter]; }
 };
 
 /// Whether `content` is a valid sheet element. Sets `element` to it then. The general way: reads any content,

@@ -93,7 +93,7 @@ std::size_t TextTable::AddByHash(TextView text)
     const std::size_t count = m_texts.Count();
     const std::size_t number = m_index->Add(text, count);
     if (number == count)
-        m_texts.Add(text);
+        m_texts.Add() = text;
     return number;
 }
 

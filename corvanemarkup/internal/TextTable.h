@@ -25,7 +25,7 @@ public:
                 return number;
         if (m_texts.Count() == m_texts.Few)
             return AddByHash(text);
-        m_texts.Add(text);
+        m_texts.Add() = text;
         return m_texts.Count() - 1;
     }
 

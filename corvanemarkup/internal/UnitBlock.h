@@ -36,16 +36,19 @@ private:
 #endif
 };
 
-/// Twos of code units, from `units` on, to be compared with ASCII characters.
-class UnitTwos
+/// The same with more code units at once.
+class WideUnitBlock
 {
 public:
-    static constexpr std::size_t Length = 64; ///< in code units
+    static constexpr std::size_t Length = 64;
 
-    explicit UnitTwos(const char16_t* units) : m_units(units) {}
+    explicit WideUnitBlock(const char16_t* units) : m_units(units) {}
 
-    /// Which of the twos are `first` and `second`, or `second` and `third`: a bit for the first unit of each.
-    [[nodiscard]] std::uint64_t MaskOf(char16_t first, char16_t second, char16_t third) const;
+    [[nodiscard]] std::uint64_t MaskOf(char16_t unit) const;
+
+    /// Takes the code units by twos: which of these are `first` and `second`, or `second` and `third`. The
+    /// bit is that of the first of the two.
+    [[nodiscard]] std::uint64_t MaskOfTwos(char16_t first, char16_t second, char16_t third) const;
 
 private:
     const char16_t* m_units;
@@ -65,7 +68,7 @@ inline UnitMask UnitBlock::MaskOf(char16_t unit) const
     return static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_bytes, sought)));
 }
 
-inline std::uint64_t UnitTwos::MaskOf(char16_t first, char16_t second, char16_t third) const
+inline std::uint64_t WideUnitBlock::MaskOfTwos(char16_t first, char16_t second, char16_t third) const
 {
     const __m128i firstTwo = _mm_set1_epi16(static_cast<short>(second << 8 | first));
     const __m128i lastTwo = _mm_set1_epi16(static_cast<short>(third << 8 | second));
@@ -96,7 +99,7 @@ inline UnitMask UnitBlock::MaskOf(char16_t unit) const
     return mask;
 }
 
-inline std::uint64_t UnitTwos::MaskOf(char16_t first, char16_t second, char16_t third) const
+inline std::uint64_t WideUnitBlock::MaskOfTwos(char16_t first, char16_t second, char16_t third) const
 {
     std::uint64_t mask = 0;
     for (std::size_t i = 0; i < Length; i += 2) {
@@ -108,6 +111,14 @@ inline std::uint64_t UnitTwos::MaskOf(char16_t first, char16_t second, char16_t 
 }
 
 #endif
+
+inline std::uint64_t WideUnitBlock::MaskOf(char16_t unit) const
+{
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < Length; i += UnitBlock::Length)
+        mask |= std::uint64_t(UnitBlock(m_units + i).MaskOf(unit)) << i;
+    return mask;
+}
 
 /// The position of the lowest bit of a mask that isn't 0.
 [[nodiscard]] inline std::size_t FirstIn(std::uint64_t mask)

@@ -68,8 +68,8 @@ constexpr bool FirstWordsTellNamesApart()
 }
 static_assert(FirstWordsTellNamesApart());
 
-/// Tells which of the names stands at `units`, of which as many as the longest name has can be read. Which one
-/// it is can't be foreseen, so that no branch depends on it.
+/// Tells which of the names stands at `units`, of which as many as the longest name has can be read. Which
+/// one it is can't be foreseen, so that no branch depends on it.
 inline bool FindName(const char16_t* units, std::size_t& index)
 {
     const std::uint64_t firstWord = WordAt(units);
@@ -83,45 +83,95 @@ inline bool FindName(const char16_t* units, std::size_t& index)
     return difference == 0;
 }
 
-/// Moves `position` past one of the names, with its `=` and the opening quote, and tells which it was.
-inline bool SkipName(TextView text, std::size_t& position, SheetMarkupAttribute& attribute)
+/// Tells which of the names stands at `position`.
+inline bool FindName(TextView text, std::size_t position, std::size_t& index)
 {
-    std::size_t index = 0;
-    if (text.size() - position >= WrittenName::MostUnits) {
-        if (!FindName(text.data() + position, index))
-            return false;
-    } else {
-        char16_t rest[WrittenName::MostUnits] = {};
-        std::copy(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), rest);
-        if (!FindName(rest, index))
-            return false;
-    }
-    attribute = static_cast<SheetMarkupAttribute>(index);
-    position += AllNames.Names[index].Length;
-    return true;
+    if (text.size() - position >= WrittenName::MostUnits)
+        return FindName(text.data() + position, index);
+    char16_t rest[WrittenName::MostUnits] = {};
+    std::copy(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), rest);
+    return FindName(rest, index);
 }
+
+/// The quotes of a text, one after the other.
+class QuoteReader
+{
+public:
+    QuoteReader(TextView text, std::size_t from) : m_text(text) { ReadFrom(from); }
+
+    /// The position of the next quote, or `NotFound`.
+    std::size_t Next()
+    {
+        while (m_mask == 0) {
+            if (m_end == m_text.size())
+                return NotFound;
+            ReadFrom(m_end);
+        }
+        const std::size_t position = m_start + FirstIn(m_mask);
+        m_mask &= m_mask - 1;
+        return position;
+    }
+
+private:
+    void ReadFrom(std::size_t from)
+    {
+        constexpr std::size_t length = WideUnitBlock::Length;
+        m_mask = 0;
+        if (m_text.size() - from >= length) {
+            m_start = from;
+            m_end = from + length;
+            m_mask = WideUnitBlock(m_text.data() + from).MaskOf(u'"');
+            return;
+        }
+        m_end = m_text.size();
+        if (m_end >= length) {
+            m_start = m_end - length;
+            m_mask = WideUnitBlock(m_text.data() + m_start).MaskOf(u'"') >> (from - m_start)
+                                                                                << (from - m_start);
+            return;
+        }
+        m_start = 0;
+        for (std::size_t i = from; i < m_end; ++i)
+            m_mask |= std::uint64_t(m_text[i] == u'"') << i;
+    }
+
+    TextView m_text;
+    std::size_t m_start; ///< where the bits of the mask begin
+    std::size_t m_end;   ///< up to where the quotes are in the mask
+    std::uint64_t m_mask;
+};
 
 } // namespace
 
-bool ReadWrittenElement(TextView text, std::size_t position, SheetAttributeValues& values, std::size_t& end)
+std::size_t ReadWrittenElement(TextView text, std::size_t position, SheetAttributeValues& values)
 {
+    values = {};
     bool hasAttributes = false;
+    QuoteReader quotes(text, position);
     while (position < text.size() && text[position] == u' ') {
         do
             ++position;
         while (position < text.size() && text[position] == u' ');
-        SheetMarkupAttribute attribute{};
-        if (!SkipName(text, position, attribute))
+        std::size_t index = 0;
+        if (!FindName(text, position, index))
             break;
-        const std::size_t closingQuote = FindNotEscaped<u'"'>(text, position);
+        // Where the value starts could be told by the length of the name as well. But then each attribute
+        // would have to wait for the name of the one before it.
+        const std::size_t openingQuote = quotes.Next();
+        std::size_t closingQuote = quotes.Next();
+        while (closingQuote != NotFound && IsDoubled(text, closingQuote)) {
+            quotes.Next();
+            closingQuote = quotes.Next();
+        }
+        const auto attribute = static_cast<SheetMarkupAttribute>(index);
         if (closingQuote == NotFound || values.Has(attribute))
-            return false;
-        values[attribute] = text.substr(position, closingQuote - position);
+            return NotFound;
+        values[attribute] = TextView(text.data() + openingQuote + 1, closingQuote - openingQuote - 1);
         position = closingQuote + 1;
         hasAttributes = true;
     }
-    end = position;
-    return hasAttributes && end < text.size() && text[end] == u'>' && !IsDoubled(text, end);
+    const bool isAtEnd = position < text.size() && text[position] == u'>' && !IsDoubled(text, position);
+    return hasAttributes && isAtEnd ? position : NotFound;
 }
 
 } // namespace corvanemarkup::Internal
