@@ -75,10 +75,10 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
         if (newName != nullptr)
             m_changes.push_back({inText, newName, field, false});
     };
-    const TString sheetName = Unescape(sheet.EscapedName);
-    add(sheet.EscapedName, FindNewName(newSheetNames, ViewOf(sheetName)), NotFound);
+    const TString sheetName = Unescape(sheet.EscapedName());
+    add(sheet.EscapedName(), FindNewName(newSheetNames, ViewOf(sheetName)), NotFound);
     if (m_read.Filter != NotFound)
-        ForEachFieldInText(sheet.EscapedFilter, m_scratch, [&](TextView inText, TextView meant) {
+        ForEachFieldInText(sheet.EscapedFilter(), m_scratch, [&](TextView inText, TextView meant) {
             const TextView field = meant.substr(1, meant.size() - 2);
             add(inText.substr(1, inText.size() - 2), FindNewName(newFields, field), m_fields.size());
             m_fields.push_back(field);

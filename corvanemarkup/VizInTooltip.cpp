@@ -47,7 +47,12 @@ public:
         ForEachField(m_value, [&](const ElementBounds& field) { visit(field.ContentIn(m_value)); });
     }
 
-    [[nodiscard]] bool HasFields() const { return ElementLookup(m_value).FindFrom(0).Found(); }
+    [[nodiscard]] bool HasFields() const
+    {
+        bool hasFields = false;
+        ForEach([&](TextView) { hasFields = true; });
+        return hasFields;
+    }
 
 private:
     TextView m_value;

@@ -1,7 +1,6 @@
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/MarkupScanner.h>
-#include <corvanemarkup/internal/SheetAttributeValues.h>
 #include <corvanemarkup/internal/SheetElement.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
 #include <corvanemarkup/internal/SheetSize.h>
@@ -16,12 +15,7 @@ namespace {
 
 int NumberOr(const SheetAttributeValues& values, SheetMarkupAttribute attribute, int defaultNumber)
 {
-    if (!values.Has(attribute))
-        return defaultNumber;
-    int number = 0;
-    if (ReadWrittenNumber(values[attribute], number))
-        return number;
-    return Unescape(values[attribute]).toInt(nullptr, 10);
+    return values.Has(attribute) ? ReadSheetLength(values[attribute]) : defaultNumber;
 }
 
 /// Whether an element with these attributes, none of which occurs twice, is valid as
