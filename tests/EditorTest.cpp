@@ -206,7 +206,7 @@ private slots:
             dialog.accept();
         });
         Press(Qt::Key_F2);
-        QCOMPARE(Text(), uR"(<Sheet name="New ""name""" filter="<Year>"> <Sheet  name="T"> )"
+        QCOMPARE(Text(), uR"(<Sheet name="New ""name""" filter="<Year>" > <Sheet  name="T"> )"
                          R"(<Sheet filter="" name="New ""name""">)"_s);
         QCOMPARE(Panel(), u"/New \"name\" Year/T All Fields changed:S"_s);
         Show();

@@ -3,6 +3,7 @@
 #include "QtText.h"
 #include "TooltipEdit.h"
 #include "TooltipFile.h"
+#include "TooltipMarkup.h"
 
 #include <corvanemarkup/VizInTooltip.h>
 
@@ -259,40 +260,37 @@ void EditorWindow::ShowFields()
 
 void EditorWindow::ShowPlace()
 {
-    const Element* element = m_edit->ElementAtSelection();
+    const auto* element = m_edit->ElementAtSelection();
     if (element == nullptr) {
         m_place->setText(tr("Between elements"));
         return;
     }
-    const ElementDetails details = ReadElement(m_edit->Tooltip(), *element);
-    if (!details.Fault.empty())
-        m_place->setText(QString::fromStdString(details.Fault));
-    else if (details.Kind == ElementKind::Sheet)
-        m_place->setText(tr("Sheet \"%1\"").arg(ToQString(details.SheetName).simplified()));
+    const TString sheet = SheetOf(m_edit->Tooltip(), *element);
+    const QString faults = m_edit->FaultsAt(m_edit->textCursor().position());
+    if (!faults.isEmpty())
+        m_place->setText(faults);
+    else if (!sheet.empty())
+        m_place->setText(tr("Sheet \"%1\"").arg(ToQString(sheet).simplified()));
     else
         m_place->setText(tr("Element"));
 }
 
 void EditorWindow::InsertField(const QString& field)
 {
-    try {
-        m_edit->InsertFilterField(field);
+    const QString reason = m_edit->InsertFilterField(field);
+    if (reason.isEmpty())
         m_edit->setFocus();
-    } catch (const std::runtime_error& error) {
-        statusBar()->showMessage(QString::fromUtf8(error.what()), 5000);
-    }
+    else
+        statusBar()->showMessage(reason, 5000);
 }
 
 void EditorWindow::RenameSheet()
 {
     QString sheet;
-    if (m_sheets->hasFocus()) {
+    if (m_sheets->hasFocus())
         sheet = CurrentSheet();
-    } else if (const Element* element = m_edit->ElementAtSelection()) {
-        const ElementDetails details = ReadElement(m_edit->Tooltip(), *element);
-        if (details.Kind == ElementKind::Sheet)
-            sheet = ToQString(details.SheetName);
-    }
+    else if (const auto* element = m_edit->ElementAtSelection())
+        sheet = ToQString(SheetOf(m_edit->Tooltip(), *element));
     if (sheet.isEmpty()) {
         statusBar()->showMessage(tr("Put the cursor into a valid sheet element first, or pick a sheet."),
                                  5000);

@@ -1,6 +1,9 @@
 #include "TooltipEdit.h"
 
 #include "QtText.h"
+#include "TooltipMarkup.h"
+
+#include <corvanemarkup/SheetMarkupConstants.h>
 
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -9,9 +12,11 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace editor {
+
+using namespace corvanemarkup;
+using namespace corvanemarkup::VizInTooltip;
 
 namespace {
 
@@ -80,45 +85,67 @@ TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent)
     connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
 }
 
-const Element* TooltipEdit::ElementAtSelection() const
+const ElementRanges* TooltipEdit::ElementAtSelection() const
 {
     const QTextCursor cursor = textCursor();
-    return ElementAt({cursor.selectionStart(), cursor.selectionEnd()});
+    const auto endsBefore = [](const ElementRanges& element, int position) {
+        return element.Content.end < position;
+    };
+    const auto element =
+        std::lower_bound(m_elements.begin(), m_elements.end(), cursor.selectionEnd(), endsBefore);
+    return element != m_elements.end() && element->Element.start < cursor.selectionStart() ? &*element
+                                                                                           : nullptr;
 }
 
-void TooltipEdit::InsertFilterField(const QString& field)
+QString TooltipEdit::FaultsAt(int position) const
 {
-    const Element* element = ElementAtSelection();
-    if (element == nullptr)
-        throw std::runtime_error("Put the cursor into a sheet element first.");
+    QStringList sentences;
+    for (const MarkupFault& fault : m_faults)
+        if (fault.Range.start <= position && position <= fault.Range.end)
+            sentences.append(SentenceOn(fault.Kind));
+    sentences.removeDuplicates();
+    return sentences.join(u' ');
+}
+
+QString TooltipEdit::InsertFilterField(const QString& field)
+{
     const QTextCursor selection = textCursor();
-    const Insertion insertion = InsertField(
-        m_tooltip, *element, {selection.selectionStart(), selection.selectionEnd()}, AsInDocument(field));
-    Apply({insertion.Change});
+    const TString name = AsInDocument(field);
+    if (!IsFieldName(name))
+        return tr("A field of this name can't stand between < and >.");
+    const auto insertion = InsertFilterFieldAt(
+        m_tooltip, {selection.selectionStart(), selection.selectionEnd()}, name, TString(u"All", -1));
+    if (!insertion)
+        return tr("The cursor isn't in a sheet element that can be read and can have a filter.");
+    Apply({insertion->Edit});
     QTextCursor cursor(document());
-    cursor.setPosition(insertion.Cursor);
+    cursor.setPosition(insertion->NewCursorPosition);
     setTextCursor(cursor);
+    return {};
 }
 
 int TooltipEdit::RenameTargetSheet(const QString& currentName, const QString& newName)
 {
-    const auto edits = RenameSheet(m_tooltip, m_elements, ToTString(currentName), AsInDocument(newName));
+    const auto edits =
+        RenameSheetsAndFields(m_tooltip, {{ToTString(currentName), AsInDocument(newName)}}, {});
     Apply(edits);
     return static_cast<int>(edits.size());
 }
 
-void TooltipEdit::Apply(const std::vector<Edit>& edits)
+void TooltipEdit::Apply(const std::vector<TextEdit>& edits)
 {
     QTextCursor cursor = textCursor(); // to which undoing goes back
     cursor.beginEditBlock();
-    std::for_each(edits.rbegin(), edits.rend(), [&](const Edit& edit) {
-        const int length = edit.Replaced.End - edit.Replaced.Start;
-        if (m_tooltip.mid(edit.Replaced.Start, length) == edit.Text)
+    std::for_each(edits.rbegin(), edits.rend(), [&](const TextEdit& edit) {
+        if (Piece(m_tooltip, edit.Replaced) == edit.Text)
             return;
-        cursor.setPosition(edit.Replaced.Start);
-        cursor.insertText(ToQString(edit.Text));
-        // The last step is a removal, since text that is typed after an inserted one joins its step to undo.
-        cursor.setPosition(cursor.position() + length, QTextCursor::KeepAnchor);
+        cursor.setPosition(static_cast<int>(edit.Replaced.start));
+        // The last step is a removal, of a space at least, since text that is typed after an inserted one
+        // joins its step to undo.
+        cursor.insertText(ToQString(edit.Text) + u' ');
+        const auto length = static_cast<int>(edit.Replaced.end - edit.Replaced.start);
+        cursor.setPosition(cursor.position() - 1);
+        cursor.setPosition(cursor.position() + length + 1, QTextCursor::KeepAnchor);
         cursor.removeSelectedText();
     });
     cursor.endEditBlock();
@@ -127,7 +154,8 @@ void TooltipEdit::Apply(const std::vector<Edit>& edits)
 void TooltipEdit::ReadDocument()
 {
     m_tooltip = TextOf(*document());
-    m_elements = FindElements(m_tooltip);
+    m_elements = FindElementRanges(m_tooltip);
+    m_faults = FindMarkupFaults(m_tooltip);
     ColourWhatIsVisible();
 }
 
@@ -135,45 +163,43 @@ void TooltipEdit::ColourWhatIsVisible()
 {
     if (document()->characterCount() != m_tooltip.length() + 1)
         return; // in the middle of a change
-    const Range visible{cursorForPosition({0, 0}).position(),
-                        cursorForPosition({viewport()->width(), viewport()->height()}).position()};
+    const CorvaneCharRange visible{cursorForPosition({0, 0}).position(),
+                                   cursorForPosition({viewport()->width(), viewport()->height()}).position()};
     const QColor background = palette().color(QPalette::Base);
     QList<QTextEdit::ExtraSelection> selections;
-    const auto add = [&](Range range, const QTextCharFormat& format) {
-        if (range.End < visible.Start || range.Start > visible.End)
+    const auto add = [&](CorvaneCharRange range, const QTextCharFormat& format) {
+        if (range.end < visible.start || range.start > visible.end)
             return;
         // Where one selection begins at the end of another of its colour, Qt may draw it as if it weren't
         // there.
         const bool goesOn = !selections.empty() && selections.back().format == format &&
-                            selections.back().cursor.position() == range.Start;
+                            selections.back().cursor.position() == range.start;
         if (!goesOn) {
             selections.append({QTextCursor(document()), format});
-            selections.back().cursor.setPosition(range.Start);
+            selections.back().cursor.setPosition(static_cast<int>(range.start));
         }
-        selections.back().cursor.setPosition(range.End, QTextCursor::KeepAnchor);
+        selections.back().cursor.setPosition(static_cast<int>(range.end), QTextCursor::KeepAnchor);
     };
 
-    auto element = std::lower_bound(m_elements.begin(), m_elements.end(), visible.Start,
-                                    [](const Element& left, int start) { return left.Where.End < start; });
-    for (; element != m_elements.end() && element->Where.Start <= visible.End; ++element) {
-        const ElementDetails details = ReadElement(m_tooltip, *element);
-        const ElementFormats formats = FormatsOf(details.Kind, background);
-        add(element->Where, formats.Element);
-        if (details.SheetNameRange)
-            add(*details.SheetNameRange, formats.SheetName);
-        for (const Range& field : details.FieldRanges)
-            add(field, formats.Field);
+    auto element = std::lower_bound(
+        m_elements.begin(), m_elements.end(), visible.start,
+        [](const ElementRanges& left, std::int64_t start) { return left.Element.end < start; });
+    for (; element != m_elements.end() && element->Element.start <= visible.end; ++element) {
+        const ElementKind kind = KindOf(m_tooltip, *element);
+        const ElementFormats formats = FormatsOf(kind, background);
+        add(element->Element, formats.Element);
+        if (kind != ElementKind::Sheet && kind != ElementKind::InvalidSheet)
+            continue;
+        for (const AttributeRanges& attribute : FindAttributeRanges(m_tooltip, element->Content)) {
+            if (attribute.NameAndValue &&
+                attribute.NameAndValue->Name == Impl::SheetMarkupAttributeNames::Name &&
+                attribute.Value.start < attribute.Value.end)
+                add(attribute.Value, formats.SheetName);
+            for (const auto& [range, field] : attribute.Fields)
+                add(range, formats.Field);
+        }
     }
     setExtraSelections(selections);
-}
-
-const Element* TooltipEdit::ElementAt(Range range) const
-{
-    const auto endsBefore = [](const Element& element, int position) {
-        return element.Where.End < position + (element.HasEnd ? 1 : 0);
-    };
-    const auto element = std::lower_bound(m_elements.begin(), m_elements.end(), range.End, endsBefore);
-    return element != m_elements.end() && element->Where.Start < range.Start ? &*element : nullptr;
 }
 
 void TooltipEdit::keyPressEvent(QKeyEvent* event)
@@ -211,10 +237,7 @@ bool TooltipEdit::viewportEvent(QEvent* event)
     if (event->type() != QEvent::ToolTip)
         return QPlainTextEdit::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    const int position = cursorForPosition(help->pos()).position();
-    const Element* element = ElementAt({position, position});
-    const std::string fault = element == nullptr ? "" : ReadElement(m_tooltip, *element).Fault;
-    QToolTip::showText(help->globalPos(), QString::fromStdString(fault), viewport());
+    QToolTip::showText(help->globalPos(), FaultsAt(cursorForPosition(help->pos()).position()), viewport());
     return true;
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
-#include "TooltipMarkup.h"
+#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupRanges.h>
+#include <corvanemarkup/TextEdits.h>
 
 #include <QPlainTextEdit>
+
+#include <vector>
 
 namespace editor {
 
@@ -22,11 +26,14 @@ public:
 
     /// The element that has both ends of the selection between its brackets, or null. Valid until the text
     /// changes.
-    [[nodiscard]] const Element* ElementAtSelection() const;
+    [[nodiscard]] const corvanemarkup::VizInTooltip::ElementRanges* ElementAtSelection() const;
 
-    /// Inserts the field into the sheet element at the cursor or selection. Throws `std::runtime_error` with
-    /// a message for the user where that can't be.
-    void InsertFilterField(const QString& field);
+    /// The faults at the position, a sentence each.
+    [[nodiscard]] QString FaultsAt(int position) const;
+
+    /// Inserts the field into the sheet element at the cursor or selection. The exclusive field is "All".
+    /// Tells why it can't; empty if it could.
+    QString InsertFilterField(const QString& field);
 
     /// How many elements were changed.
     int RenameTargetSheet(const QString& currentName, const QString& newName);
@@ -41,11 +48,11 @@ protected:
 private:
     void ReadDocument();
     void ColourWhatIsVisible();
-    void Apply(const std::vector<Edit>& edits);
-    [[nodiscard]] const Element* ElementAt(Range range) const;
+    void Apply(const std::vector<corvanemarkup::VizInTooltip::TextEdit>& edits);
 
     TString m_tooltip;
-    std::vector<Element> m_elements;
+    std::vector<corvanemarkup::VizInTooltip::ElementRanges> m_elements;
+    std::vector<corvanemarkup::VizInTooltip::MarkupFault> m_faults;
 };
 
 } // namespace editor
