@@ -1,16 +1,11 @@
 #include "Edits.h"
 
-#include "Elements.h"
 #include "TooltipText.h"
 
-#include <corvanemarkup/VizInTooltip.h>
-#include <corvanemarkup/VizInTooltipImpl.h>
-#include <corvanemarkup/VizInTooltipProperties.h>
+#include <corvanemarkup/TextEdits.h>
 
 #include <boost/locale/encoding_utf.hpp>
 
-#include <algorithm>
-#include <iterator>
 #include <stdexcept>
 
 namespace tooltipreport {
@@ -18,20 +13,7 @@ namespace tooltipreport {
 namespace {
 
 using corvanemarkup::CorvaneCharRange;
-using corvanemarkup::MarkupText;
 namespace VizInTooltip = corvanemarkup::VizInTooltip;
-
-/// The element with both ends of the selection between its brackets. Next to a bracket counts.
-Element ElementAround(const TString& tooltip, CorvaneCharRange selection)
-{
-    for (Element& element : FindElements(tooltip)) {
-        if (element.Start < selection.start && selection.end < element.End)
-            return std::move(element);
-    }
-    throw std::runtime_error("no element holds " + std::to_string(selection.start) +
-                             (selection.start == selection.end ? "" : ":" + std::to_string(selection.end)) +
-                             " between its brackets");
-}
 
 /// How many columns of a terminal a character takes, near enough to put a caret below it: two for the letters
 /// of East Asia and for emoji, none for what joins the character before it.
@@ -80,38 +62,23 @@ std::string WithCaretLine(const TString& text, int cursor)
 
 std::string RenameSheet(const TString& tooltip, const TString& currentName, const TString& newName)
 {
-    std::string renamed;
-    int copied = 0;
-    for (const Element& element : FindElements(tooltip)) {
-        MarkupText content;
-        if (!VizInTooltip::ReplaceSheetNameInSheetMarkupText(MarkupText(element.Content), currentName,
-                                                             newName, content))
-            continue;
-        renamed += ToUtf8(tooltip.mid(copied, element.Start - copied));
-        renamed += ToUtf8(SurroundWithAngleBrackets(content));
-        copied = element.End;
-    }
-    return renamed + ToUtf8(tooltip.mid(copied, -1));
+    const auto edits = VizInTooltip::RenameSheetsAndFields(tooltip, {{currentName, newName}}, {});
+    return ToUtf8(VizInTooltip::ApplyTextEdits(tooltip, edits));
 }
 
 std::string InsertField(const TString& tooltip, CorvaneCharRange selection, const TString& field,
                         const TString& exclusiveField)
 {
-    const Element element = ElementAround(tooltip, selection);
-    const MarkupText content(element.Content);
-    if (!corvanemarkup::VizInTooltipProperties::FromMarkupText(content))
-        throw std::runtime_error("the element at " + RangeText(element) +
-                                 " is not readable as a sheet element");
-
-    const int contentStart = element.Start + 1;
-    const auto edit = VizInTooltip::InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(
-        content, {selection.start - contentStart, selection.end - contentStart}, field, exclusiveField);
-    // Quotes protect the brackets of a filter only where the first attribute tells a sheet element.
-    if (!VizInTooltip::Impl::IsSheetMarkupText(edit.NewMarkupText, 0))
-        throw std::runtime_error("the element at " + RangeText(element) +
-                                 " cannot hold a filter: its first attribute is not one of a sheet element");
-    const TString edited = tooltip.left(contentStart) + edit.NewMarkupText + tooltip.mid(element.End - 1, -1);
-    return WithCaretLine(edited, contentStart + edit.NewCursorPosition);
+    if (!VizInTooltip::IsFieldName(field))
+        throw std::runtime_error("'" + ToUtf8(field) + "' cannot be a field");
+    const auto insertion = VizInTooltip::InsertFilterFieldAt(tooltip, selection, field, exclusiveField);
+    if (!insertion)
+        throw std::runtime_error(
+            "no sheet element that can hold a filter has " + std::to_string(selection.start) +
+            (selection.start == selection.end ? "" : ":" + std::to_string(selection.end)) +
+            " between its brackets");
+    return WithCaretLine(VizInTooltip::ApplyTextEdits(tooltip, {insertion->Edit}),
+                         insertion->NewCursorPosition);
 }
 
 } // namespace tooltipreport

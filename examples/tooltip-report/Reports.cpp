@@ -1,9 +1,10 @@
 #include "Reports.h"
 
-#include "Elements.h"
+#include "Faults.h"
 #include "TooltipText.h"
 
-#include <corvanemarkup/SheetMarkupConstants.h>
+#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
 #include <corvaneplatform/transform_to.h>
@@ -62,47 +63,46 @@ std::string FilterText(const VizInTooltipProperties& sheet)
                           : "filter " + Join(corvane::transform_to<Lines>(fields, Bracketed), ", ");
 }
 
-std::string FaultsText(const VizInTooltipProperties& sheet)
+std::string RangeText(corvanemarkup::CorvaneCharRange range)
 {
-    Lines faults;
-    if (sheet.HasDuplicateAttributes())
-        faults.emplace_back("duplicate attributes");
-    if (sheet.MissingSheetName())
-        faults.emplace_back("missing name");
-    if (sheet.HasInvalidSheetSize())
-        faults.emplace_back("invalid size, read as " + SizeText(sheet));
-    if (sheet.HasUnallowedAttributes())
-        faults.emplace_back("unallowed attributes");
-    return Join(faults, "; ");
+    return "[" + std::to_string(range.start) + ", " + std::to_string(range.end) + ")";
 }
 
-std::string Describe(const TString& content)
+std::string Describe(const TString& content, const Lines& faults)
 {
-    if (const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(content))) {
-        if (sheet->IsValid())
-            return "sheet " + Quoted(sheet->GetSheetName()) + ", " + SizeText(*sheet) + ", " +
-                   FilterText(*sheet);
-        return "invalid sheet element: " + FaultsText(*sheet) + ": " + Bracketed(content);
-    }
-    const TString sheetPrefix = VizInTooltip::Impl::SheetMarkupElementName + u' ';
-    const bool meansSheet = content.left(sheetPrefix.length()) == sheetPrefix;
-    return (meansSheet ? "not readable as a sheet element: " : "") + Bracketed(content);
+    const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(content));
+    if (sheet && sheet->IsValid())
+        return "sheet " + Quoted(sheet->GetSheetName()) + ", " + SizeText(*sheet) + ", " + FilterText(*sheet);
+    if (sheet)
+        return "invalid sheet element (" + Join(faults, ", ") + "): " + Bracketed(content);
+    return (faults.empty() ? "" : "not readable as a sheet element (" + Join(faults, ", ") + "): ") +
+           Bracketed(content);
 }
 
 Lines DescribeElements(const TString& tooltip)
 {
     Lines lines;
-    int end = 0;
-    for (const Element& element : FindElements(tooltip)) {
-        std::string line = RangeText(element);
+    const auto faults = VizInTooltip::FindMarkupFaults(tooltip);
+    auto fault = faults.begin();
+    for (const VizInTooltip::ElementRanges& element : VizInTooltip::FindElementRanges(tooltip)) {
+        if (element.End == VizInTooltip::ElementEnd::Restart)
+            continue;
+        if (element.End == VizInTooltip::ElementEnd::EndOfText) {
+            lines.push_back("an element without end begins at " + std::to_string(element.Element.start) +
+                            "; nothing from there on is read");
+            continue;
+        }
+        Lines kinds;
+        for (; fault != faults.end() && fault->Range.start < element.Element.end; ++fault) {
+            if (fault->Range.start >= element.Element.start)
+                kinds.push_back(Identifier(fault->Kind));
+        }
+        std::string line = RangeText(element.Element);
         line.resize(std::max<std::size_t>(line.size() + 1, 14), ' ');
-        lines.push_back(line + Describe(element.Content));
-        end = element.End;
+        const auto start = static_cast<int>(element.Content.start);
+        const auto length = static_cast<int>(element.Content.end - element.Content.start);
+        lines.push_back(line + Describe(tooltip.mid(start, length), kinds));
     }
-    const int unfinished = FindUnfinishedElement(tooltip, end);
-    if (unfinished >= 0)
-        lines.push_back("an element without end begins at " + std::to_string(unfinished) +
-                        "; nothing from there on is read");
     return lines;
 }
 
