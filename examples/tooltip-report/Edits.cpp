@@ -1,12 +1,14 @@
 #include "Edits.h"
 
+#include "Names.h"
+#include "Positions.h"
 #include "TooltipText.h"
 
-#include <corvanemarkup/TextEdits.h>
+#include <boost/optional.hpp>
 
-#include <boost/locale/encoding_utf.hpp>
-
+#include <charconv>
 #include <stdexcept>
+#include <string_view>
 
 namespace tooltipreport {
 
@@ -15,70 +17,70 @@ namespace {
 using corvanemarkup::CorvaneCharRange;
 namespace VizInTooltip = corvanemarkup::VizInTooltip;
 
-/// How many columns of a terminal a character takes, near enough to put a caret below it: two for the letters
-/// of East Asia and for emoji, none for what joins the character before it.
-std::size_t ColumnsOf(char32_t character)
+/// None unless `text` is a number of digits alone.
+boost::optional<int> ReadNumber(std::string_view text)
 {
-    const auto isIn = [character](char32_t first, char32_t last) {
-        return first <= character && character <= last;
-    };
-    const bool isJoined = isIn(0x300, 0x36F) || character == 0x200D || character == 0xFE0F;
-    const bool isByteOrderMark = character == 0xFEFF;
-    const bool isWide = isIn(0x2E80, 0xD7FF) || isIn(0xF900, 0xFAFF) || isIn(0xFF00, 0xFF60);
-    const bool isEmoji = character >= 0x1F300;
-    if (isJoined || isByteOrderMark)
-        return 0;
-    return isWide || isEmoji ? 2 : 1;
+    int number = 0;
+    const char* const end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end || text.front() == '-')
+        return boost::none;
+    return number;
 }
 
-/// White space that is as wide as `text`.
-std::string Indentation(const TString& text)
+/// An offset or LINE:COLUMN. None if it is neither, or doesn't stand in the text.
+boost::optional<int> ReadPosition(std::string_view argument, const TString& text)
 {
-    const char16_t* const units = text.constData();
-    std::string indentation;
-    for (const char32_t character : boost::locale::conv::utf_to_utf<char32_t>(units, units + text.length())) {
-        if (character == U'\t')
-            indentation += '\t';
-        else
-            indentation.append(ColumnsOf(character), ' ');
-    }
-    return indentation;
-}
-
-/// The text with a line put in below the line of the cursor.
-std::string WithCaretLine(const TString& text, int cursor)
-{
-    int lineStart = cursor;
-    while (lineStart > 0 && text[lineStart - 1] != u'\n')
-        --lineStart;
-    const int nextLine = text.Find(u'\n', cursor) + 1;
-    const std::string lines = nextLine > 0 ? ToUtf8(text.left(nextLine)) : ToUtf8(text) + '\n';
-    const std::string caret =
-        Indentation(text.mid(lineStart, cursor - lineStart)) + "^ cursor at " + std::to_string(cursor) + '\n';
-    return lines + caret + (nextLine > 0 ? ToUtf8(text.mid(nextLine, -1)) : "");
+    const std::size_t colon = argument.find(':');
+    const auto number = ReadNumber(argument.substr(0, colon));
+    if (!number)
+        return boost::none;
+    if (colon == std::string_view::npos)
+        return boost::make_optional(*number <= text.length(), *number);
+    const auto column = ReadNumber(argument.substr(colon + 1));
+    if (!column)
+        return boost::none;
+    return Positions(text).OffsetOf({*number, *column});
 }
 
 } // namespace
 
-std::string RenameSheet(const TString& tooltip, const TString& currentName, const TString& newName)
+RenamingEdits Rename(const TooltipFile& tooltip, const Renaming& renaming)
 {
-    const auto edits = VizInTooltip::RenameSheetsAndFields(tooltip, {{currentName, newName}}, {});
-    return ToUtf8(VizInTooltip::ApplyTextEdits(tooltip, edits));
+    RenamingEdits result;
+    result.Edits = VizInTooltip::RenameSheetsAndFields(tooltip.Text, renaming.Sheets, renaming.Fields);
+
+    const Positions positions(tooltip.Text);
+    auto edit = result.Edits.begin();
+    ForEachName(tooltip.Text, [&](NameKind kind, const TString& name, CorvaneCharRange range) {
+        const auto& newNames = kind == NameKind::Sheet ? renaming.Sheets : renaming.Fields;
+        const auto newName = newNames.find(name);
+        if (newName == newNames.end())
+            return;
+        (kind == NameKind::Sheet ? result.SheetsMet : result.FieldsMet).insert(name);
+        while (edit != result.Edits.end() && edit->Replaced.start < range.start)
+            ++edit;
+        const bool isRenamed = edit != result.Edits.end() && edit->Replaced.end <= range.end;
+        if (!isRenamed && newName->second != name)
+            result.Kept.push_back(tooltip.Path + ':' + ToText(positions.At(range.start)) + ": " +
+                                  Quoted(name) + " stays: with " + Quoted(newName->second) +
+                                  " in its place, the text would read as other elements");
+    });
+    return result;
 }
 
-std::string InsertField(const TString& tooltip, CorvaneCharRange selection, const TString& field,
-                        const TString& exclusiveField)
+CorvaneCharRange ReadSelection(const std::string& argument, const TString& tooltip)
 {
-    if (!VizInTooltip::IsFieldName(field))
-        throw std::runtime_error("'" + ToUtf8(field) + "' cannot be a field");
-    const auto insertion = VizInTooltip::InsertFilterFieldAt(tooltip, selection, field, exclusiveField);
-    if (!insertion)
+    const std::string_view whole = argument;
+    const std::size_t dash = whole.find('-');
+    const auto start = ReadPosition(whole.substr(0, dash), tooltip);
+    const auto end = dash == std::string_view::npos ? start : ReadPosition(whole.substr(dash + 1), tooltip);
+    if (!start || !end || *end < *start)
         throw std::runtime_error(
-            "no sheet element that can hold a filter has " + std::to_string(selection.start) +
-            (selection.start == selection.end ? "" : ":" + std::to_string(selection.end)) +
-            " between its brackets");
-    return WithCaretLine(VizInTooltip::ApplyTextEdits(tooltip, {insertion->Edit}),
-                         insertion->NewCursorPosition);
+            "--at " + Quoted(argument) +
+            " is not a place in the tooltip: give an offset or LINE:COLUMN, or two of them "
+            "as START-END");
+    return {*start, *end};
 }
 
 } // namespace tooltipreport

@@ -1,9 +1,11 @@
 #include "Faults.h"
 
+#include "Names.h"
 #include "TooltipText.h"
 
 #include <corvanemarkup/SheetMarkupFormat.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace tooltipreport {
@@ -81,16 +83,53 @@ Description Describe(Kind kind)
     throw std::logic_error("a fault of an unknown kind");
 }
 
-} // namespace
-
-std::string Identifier(Kind kind)
+Description Describe(const Finding& finding)
 {
-    return Describe(kind).Identifier;
+    if (finding.Kind)
+        return Describe(*finding.Kind);
+    return {"unknown-sheet", "No sheet is called " + Quoted(finding.SheetName) +
+                                 ": correct the name, or list the sheet as one that exists."};
 }
 
-std::string Message(Kind kind)
+} // namespace
+
+std::vector<Finding> FindFaults(const TString& tooltip, const boost::optional<std::set<TString>>& sheets)
 {
-    return Describe(kind).Message;
+    std::vector<Finding> findings;
+    for (const auto& fault : corvanemarkup::VizInTooltip::FindMarkupFaults(tooltip))
+        findings.push_back({fault.Kind, fault.Range, fault.IsError, {}});
+    if (!sheets)
+        return findings;
+
+    const auto faultCount = static_cast<std::ptrdiff_t>(findings.size());
+    ForEachName(tooltip, [&](NameKind kind, const TString& name, corvanemarkup::CorvaneCharRange range) {
+        if (kind == NameKind::Sheet && sheets->count(name) == 0)
+            findings.push_back({boost::none, range, true, name});
+    });
+    const auto isBefore = [](const Finding& left, const Finding& right) {
+        return left.Range.start < right.Range.start;
+    };
+    std::inplace_merge(findings.begin(), findings.begin() + faultCount, findings.end(), isBefore);
+    return findings;
+}
+
+std::string Identifier(const Finding& finding)
+{
+    return Describe(finding).Identifier;
+}
+
+std::string Message(const Finding& finding)
+{
+    return Describe(finding).Message;
+}
+
+std::vector<Finding> OneOfEachKind()
+{
+    std::vector<Finding> findings;
+    for (int kind = 0; kind <= static_cast<int>(Kind::DuplicateField); ++kind)
+        findings.push_back({static_cast<Kind>(kind), {0, 0}, true, {}});
+    findings.push_back({boost::none, {0, 0}, true, TString(u"...", -1)});
+    return findings;
 }
 
 } // namespace tooltipreport

@@ -1,15 +1,17 @@
 #include "Reports.h"
 
 #include "Faults.h"
+#include "Json.h"
+#include "Positions.h"
 #include "TooltipText.h"
 
-#include <corvanemarkup/MarkupFaults.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
-#include <corvaneplatform/transform_to.h>
 
 #include <algorithm>
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace tooltipreport {
@@ -20,115 +22,207 @@ using corvanemarkup::MarkupText;
 using corvanemarkup::VizInTooltipProperties;
 namespace VizInTooltip = corvanemarkup::VizInTooltip;
 
-using Lines = std::vector<std::string>;
-
-std::string Join(const Lines& items, const std::string& separator)
+/// An element that the walk over a tooltip reads, or the one without end that it stops at.
+struct Element
 {
-    std::string joined;
-    for (const std::string& item : items)
-        joined += joined.empty() ? item : separator + item;
-    return joined;
+    VizInTooltip::ElementRanges Ranges;
+    TString Content;
+    boost::optional<VizInTooltipProperties> Sheet; ///< if it can be read as a sheet element, valid or not
+    std::vector<std::string> Faults;               ///< their kinds
+};
+
+void ForEachElement(const TString& tooltip, const std::function<void(const Element&)>& visit)
+{
+    const auto findings = FindFaults(tooltip, boost::none);
+    auto finding = findings.begin();
+    for (const VizInTooltip::ElementRanges& ranges : VizInTooltip::FindElementRanges(tooltip)) {
+        if (ranges.End == VizInTooltip::ElementEnd::Restart)
+            continue;
+        Element element{ranges, Part(tooltip, ranges.Content), boost::none, {}};
+        if (ranges.End == VizInTooltip::ElementEnd::Bracket)
+            element.Sheet = VizInTooltipProperties::FromMarkupText(MarkupText(element.Content));
+        for (; finding != findings.end() && finding->Range.start < ranges.Element.end; ++finding) {
+            if (finding->Range.start >= ranges.Element.start)
+                element.Faults.push_back(Identifier(*finding));
+        }
+        visit(element);
+    }
 }
 
-std::string Quoted(const TString& name)
+bool IsValidSheet(const Element& element)
 {
-    return '"' + ToUtf8(name) + '"';
+    return element.Sheet && element.Sheet->IsValid();
+}
+
+std::string KindOf(const Element& element)
+{
+    if (element.Ranges.End == VizInTooltip::ElementEnd::EndOfText)
+        return "without-end";
+    if (element.Sheet)
+        return element.Sheet->IsValid() ? "sheet" : "invalid-sheet";
+    return element.Faults.empty() ? "plain" : "unreadable-sheet";
 }
 
 std::string Bracketed(const TString& field)
 {
-    return ToUtf8(SurroundWithAngleBrackets(field));
+    return OnOneLine(ToUtf8(SurroundWithAngleBrackets(field)));
 }
 
-std::string Section(const std::string& title, const Lines& lines)
+template <typename Fields>
+std::string FieldList(const Fields& fields)
 {
-    std::string section = title + '\n';
-    for (const std::string& line : lines)
-        section += "  " + OnOneLine(line) + '\n';
-    return lines.empty() ? section + "  none\n" : section;
+    std::string list;
+    for (const TString& field : fields)
+        list += (list.empty() ? "" : ", ") + Bracketed(field);
+    return list;
 }
 
-std::string SizeText(const VizInTooltipProperties& sheet)
+std::string Describe(const Element& element)
 {
-    const TSize size = sheet.GetSheetSize();
-    return std::to_string(size.width) + " x " + std::to_string(size.height);
-}
-
-std::string FilterText(const VizInTooltipProperties& sheet)
-{
-    if (!sheet.HasFilter())
-        return "no filter";
-    const auto fields = sheet.GetFilterFields();
-    return fields.empty() ? "filter without fields"
-                          : "filter " + Join(corvane::transform_to<Lines>(fields, Bracketed), ", ");
-}
-
-std::string RangeText(corvanemarkup::CorvaneCharRange range)
-{
-    return "[" + std::to_string(range.start) + ", " + std::to_string(range.end) + ")";
-}
-
-std::string Describe(const TString& content, const Lines& faults)
-{
-    const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(content));
-    if (sheet && sheet->IsValid())
-        return "sheet " + Quoted(sheet->GetSheetName()) + ", " + SizeText(*sheet) + ", " + FilterText(*sheet);
-    if (sheet)
-        return "invalid sheet element (" + Join(faults, ", ") + "): " + Bracketed(content);
-    return (faults.empty() ? "" : "not readable as a sheet element (" + Join(faults, ", ") + "): ") +
-           Bracketed(content);
-}
-
-Lines DescribeElements(const TString& tooltip)
-{
-    Lines lines;
-    const auto faults = VizInTooltip::FindMarkupFaults(tooltip);
-    auto fault = faults.begin();
-    for (const VizInTooltip::ElementRanges& element : VizInTooltip::FindElementRanges(tooltip)) {
-        if (element.End == VizInTooltip::ElementEnd::Restart)
-            continue;
-        if (element.End == VizInTooltip::ElementEnd::EndOfText) {
-            lines.push_back("an element without end begins at " + std::to_string(element.Element.start) +
-                            "; nothing from there on is read");
-            continue;
-        }
-        Lines kinds;
-        for (; fault != faults.end() && fault->Range.start < element.Element.end; ++fault) {
-            if (fault->Range.start >= element.Element.start)
-                kinds.push_back(Identifier(fault->Kind));
-        }
-        std::string line = RangeText(element.Element);
-        line.resize(std::max<std::size_t>(line.size() + 1, 14), ' ');
-        const auto start = static_cast<int>(element.Content.start);
-        const auto length = static_cast<int>(element.Content.end - element.Content.start);
-        lines.push_back(line + Describe(tooltip.mid(start, length), kinds));
+    if (element.Ranges.End == VizInTooltip::ElementEnd::EndOfText)
+        return "begins here and has no end; nothing from here on is read";
+    if (IsValidSheet(element)) {
+        const TSize size = element.Sheet->GetSheetSize();
+        const auto fields = element.Sheet->GetFilterFields();
+        return "sheet " + Quoted(element.Sheet->GetSheetName()) + ", " + std::to_string(size.width) + " x " +
+               std::to_string(size.height) + ", " +
+               (!element.Sheet->HasFilter() ? "no filter"
+                : fields.empty()            ? "filter without fields"
+                                            : "filter " + FieldList(fields));
     }
-    return lines;
+    std::string kinds;
+    for (const std::string& kind : element.Faults)
+        kinds += (kinds.empty() ? "" : ", ") + kind;
+    const std::string what = element.Sheet ? "invalid sheet element" : "not readable as a sheet element";
+    return (kinds.empty() ? "" : what + " (" + kinds + "): ") + Bracketed(element.Content);
+}
+
+/// A title, and lines below it.
+class Section
+{
+public:
+    Section(std::ostream& out, const std::string& title) : m_out(out) { out << title << '\n'; }
+
+    void Add(const std::string& line)
+    {
+        m_out << "  " << line << '\n';
+        m_isEmpty = false;
+    }
+    void End() { m_out << (m_isEmpty ? "  none\n" : ""); }
+
+private:
+    std::ostream& m_out;
+    bool m_isEmpty = true;
+};
+
+Json Texts(const std::vector<TString>& texts)
+{
+    Json list = Json::array();
+    for (const TString& text : texts)
+        list.push_back(ToUtf8(text));
+    return list;
+}
+
+Json ElementMembers(const Element& element, const Positions& positions)
+{
+    Json members{{"kind", KindOf(element)}};
+    members.update(RangeMembers(positions, element.Ranges.Element));
+    members["content"] = ToUtf8(element.Content);
+    members["faults"] = element.Faults;
+    if (IsValidSheet(element)) {
+        const TSize size = element.Sheet->GetSheetSize();
+        members["name"] = ToUtf8(element.Sheet->GetSheetName());
+        members["maxwidth"] = size.width;
+        members["maxheight"] = size.height;
+        members["filter"] = element.Sheet->HasFilter() ? Texts(element.Sheet->GetFilterFields()) : Json();
+    }
+    return members;
+}
+
+std::vector<TString> ChangedSheets(const TooltipFile& previous, const TooltipFile& current)
+{
+    return VizInTooltip::CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(previous.Text, current.Text);
 }
 
 } // namespace
 
-std::string Show(const TString& tooltip)
+void ShowAsText(std::ostream& out, const TooltipFile& tooltip)
 {
-    const auto filters = VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip);
-    const auto filterText = [](const auto& filter) {
-        return Quoted(filter.first) + ": " +
-               Join(corvane::transform_to<Lines>(filter.second, Bracketed), ", ");
-    };
-    return Section("Elements", DescribeElements(tooltip)) +
-           Section("Target sheets", corvane::transform_to<Lines>(
-                                        VizInTooltip::GetTargetSheetNamesFromTooltipText(tooltip), Quoted)) +
-           Section("Filters by sheet", corvane::transform_to<Lines>(filters, filterText)) +
-           Section("Filter fields",
-                   corvane::transform_to<Lines>(
-                       VizInTooltip::GetFilterFieldsFromSheetMarkupInTooltipText(tooltip), Bracketed));
+    if (tooltip.HasByteOrderMark)
+        out << "The file begins with a byte order mark, which no position counts.\n";
+    const Positions positions(tooltip.Text);
+    Section elements(out, "Elements");
+    ForEachElement(tooltip.Text, [&](const Element& element) {
+        std::string line = ToText(positions.At(element.Ranges.Element.start));
+        line.resize(std::max<std::size_t>(line.size() + 1, 8), ' ');
+        elements.Add(line + Describe(element));
+    });
+    elements.End();
+
+    Section sheets(out, "Target sheets");
+    for (const TString& name : VizInTooltip::GetTargetSheetNamesFromTooltipText(tooltip.Text))
+        sheets.Add(Quoted(name));
+    sheets.End();
+
+    Section filters(out, "Filters by sheet");
+    for (const auto& [sheet, names] :
+         VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip.Text))
+        filters.Add(Quoted(sheet) + ": " + FieldList(names));
+    filters.End();
+
+    Section fields(out, "Filter fields");
+    for (const TString& field : VizInTooltip::GetFilterFieldsFromSheetMarkupInTooltipText(tooltip.Text))
+        fields.Add(Bracketed(field));
+    fields.End();
 }
 
-std::string ShowChanges(const TString& previousTooltip, const TString& currentTooltip)
+void ShowAsJson(std::ostream& out, const TooltipFile& tooltip)
 {
-    const auto sheets =
-        VizInTooltip::CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(previousTooltip, currentTooltip);
-    return Section("Sheets with deleted or modified filters", corvane::transform_to<Lines>(sheets, Quoted));
+    JsonWriter writer(out);
+    BeginDocument(writer, "show");
+    writer.Member("path", OnOneLine(tooltip.Path));
+    writer.Member("byteOrderMark", tooltip.HasByteOrderMark);
+
+    writer.BeginList("elements");
+    const Positions positions(tooltip.Text);
+    ForEachElement(tooltip.Text,
+                   [&](const Element& element) { writer.Item(ElementMembers(element, positions)); });
+    writer.End();
+
+    writer.BeginList("sheets");
+    for (const TString& name : VizInTooltip::GetTargetSheetNamesFromTooltipText(tooltip.Text))
+        writer.Item(ToUtf8(name));
+    writer.End();
+
+    writer.BeginList("filtersBySheet");
+    for (const auto& [sheet, fields] :
+         VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip.Text))
+        writer.Item({{"name", ToUtf8(sheet)}, {"fields", Texts({fields.begin(), fields.end()})}});
+    writer.End();
+
+    writer.BeginList("filterFields");
+    for (const TString& field : VizInTooltip::GetFilterFieldsFromSheetMarkupInTooltipText(tooltip.Text))
+        writer.Item(ToUtf8(field));
+    writer.End();
+    writer.End();
+}
+
+void ShowChangesAsText(std::ostream& out, const TooltipFile& previous, const TooltipFile& current)
+{
+    Section section(out, "Sheets with deleted or modified filters");
+    for (const TString& sheet : ChangedSheets(previous, current))
+        section.Add(Quoted(sheet));
+    section.End();
+}
+
+void ShowChangesAsJson(std::ostream& out, const TooltipFile& previous, const TooltipFile& current)
+{
+    JsonWriter writer(out);
+    BeginDocument(writer, "changes");
+    writer.Member("old", OnOneLine(previous.Path));
+    writer.Member("new", OnOneLine(current.Path));
+    writer.Member("sheets", Texts(ChangedSheets(previous, current)));
+    writer.End();
 }
 
 } // namespace tooltipreport

@@ -1,17 +1,19 @@
 #pragma once
 
-/// What the program tells about tooltips. All results are UTF-8.
+/// What the program tells of tooltips that it takes as they are.
 
-#include <corvaneplatform/TString.h>
+#include "Files.h"
 
-#include <string>
+#include <ostream>
 
 namespace tooltipreport {
 
 /// The elements of a tooltip, its sheets and its filters.
-[[nodiscard]] std::string Show(const TString& tooltip);
+void ShowAsText(std::ostream& out, const TooltipFile& tooltip);
+void ShowAsJson(std::ostream& out, const TooltipFile& tooltip);
 
 /// The sheets whose filters were deleted or modified.
-[[nodiscard]] std::string ShowChanges(const TString& previousTooltip, const TString& currentTooltip);
+void ShowChangesAsText(std::ostream& out, const TooltipFile& previous, const TooltipFile& current);
+void ShowChangesAsJson(std::ostream& out, const TooltipFile& previous, const TooltipFile& current);
 
 } // namespace tooltipreport

@@ -3,14 +3,10 @@
 #include <boost/locale/encoding_utf.hpp>
 #include <boost/locale/utf.hpp>
 
-#include <array>
-#include <cerrno>
+#include <algorithm>
 #include <climits>
-#include <fstream>
-#include <iostream>
 #include <iterator>
 #include <stdexcept>
-#include <system_error>
 
 namespace tooltipreport {
 
@@ -19,55 +15,19 @@ namespace {
 namespace conv = boost::locale::conv;
 namespace utf = boost::locale::utf;
 
-std::string ReadBytes(std::istream& stream, const std::string& source)
-{
-    std::string bytes;
-    std::array<char, 65536> block;
-    do {
-        stream.read(block.data(), block.size());
-        bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
-    } while (stream.good());
-    // A folder opens like a file, and fails here.
-    if (stream.bad())
-        throw std::system_error(errno, std::generic_category(), "cannot read " + source);
-    return bytes;
-}
-
 bool IsFault(utf::code_point codePoint)
 {
     return codePoint == utf::illegal || codePoint == utf::incomplete;
 }
 
-/// The code point itself, unless it would move a terminal's cursor elsewhere.
-utf::code_point Symbol(utf::code_point codePoint)
-{
-    constexpr utf::code_point controlPictures = 0x2400;
-    constexpr utf::code_point replacementCharacter = 0xFFFD;
-    if (codePoint < 0x20)
-        return controlPictures + codePoint;
-    const bool isFurtherControl =
-        (codePoint >= 0x7F && codePoint < 0xA0) || codePoint == 0x2028 || codePoint == 0x2029;
-    return isFurtherControl || IsFault(codePoint) ? replacementCharacter : codePoint;
-}
-
 } // namespace
 
-TString ReadTooltip(const std::string& path)
+TString FromUtf8(const std::string& bytes, const std::string& source, std::size_t skipped)
 {
-    if (path == "-")
-        return FromUtf8(ReadBytes(std::cin, "standard input"), "standard input");
-    const std::string source = "'" + path + "'";
-    std::ifstream file(path, std::ios::binary);
-    if (!file.is_open())
-        throw std::system_error(errno, std::generic_category(), "cannot open " + source);
-    return FromUtf8(ReadBytes(file, source), source);
-}
-
-TString FromUtf8(const std::string& bytes, const std::string& source)
-{
+    const auto start = bytes.begin() + static_cast<std::ptrdiff_t>(skipped);
     // The conversion doesn't tell where it fails, and a text that is too long needn't be converted.
     std::size_t unitCount = 0;
-    for (auto position = bytes.begin(); position != bytes.end();) {
+    for (auto position = start; position != bytes.end();) {
         const auto offset = position - bytes.begin();
         const utf::code_point codePoint = utf::utf_traits<char>::decode(position, bytes.end());
         if (IsFault(codePoint))
@@ -77,13 +37,42 @@ TString FromUtf8(const std::string& bytes, const std::string& source)
     if (unitCount > INT_MAX)
         throw std::runtime_error(source + " is too long: a text has at most " + std::to_string(INT_MAX) +
                                  " UTF-16 code units");
-    const auto units = conv::utf_to_utf<char16_t>(bytes, conv::stop);
+    std::u16string units;
+    units.reserve(unitCount);
+    for (auto position = start; position != bytes.end();) {
+        const utf::code_point codePoint = utf::utf_traits<char>::decode_valid(position);
+        utf::utf_traits<char16_t>::encode(codePoint, std::back_inserter(units));
+    }
     return TString(units.data(), static_cast<int>(units.size()));
 }
 
 std::string ToUtf8(const TString& text)
 {
     return conv::utf_to_utf<char>(text.constData(), text.constData() + text.length(), conv::stop);
+}
+
+void WriteUtf8(std::ostream& out, const TString& text)
+{
+    constexpr std::ptrdiff_t pieceLength = 65536;
+    const char16_t* const end = text.constData() + text.length();
+    for (const char16_t* piece = text.constData(); piece != end;) {
+        const char16_t* pieceEnd = piece + std::min(pieceLength, end - piece);
+        if (pieceEnd != end && utf::utf_traits<char16_t>::is_trail(*pieceEnd))
+            --pieceEnd;
+        out << conv::utf_to_utf<char>(piece, pieceEnd, conv::stop);
+        piece = pieceEnd;
+    }
+}
+
+char32_t Symbol(char32_t character)
+{
+    constexpr char32_t controlPictures = 0x2400;
+    constexpr char32_t replacementCharacter = 0xFFFD;
+    if (character < 0x20)
+        return controlPictures + character;
+    const bool isFurtherControl =
+        (character >= 0x7F && character < 0xA0) || character == 0x2028 || character == 0x2029;
+    return isFurtherControl || IsFault(character) ? replacementCharacter : character;
 }
 
 std::string OnOneLine(const std::string& utf8)
@@ -94,6 +83,24 @@ std::string OnOneLine(const std::string& utf8)
         utf::utf_traits<char>::encode(Symbol(codePoint), std::back_inserter(line));
     }
     return line;
+}
+
+std::string Quoted(const std::string& name)
+{
+    std::string quoted = "\"";
+    for (const char character : OnOneLine(name))
+        quoted.append(character == '"' ? 2 : 1, character);
+    return quoted + '"';
+}
+
+std::string Quoted(const TString& name)
+{
+    return Quoted(ToUtf8(name));
+}
+
+TString Part(const TString& text, corvanemarkup::CorvaneCharRange range)
+{
+    return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
 }
 
 } // namespace tooltipreport

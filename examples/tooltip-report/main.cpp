@@ -1,150 +1,192 @@
+#include "Arguments.h"
+#include "CheckReport.h"
+#include "Diff.h"
 #include "Edits.h"
+#include "Files.h"
+#include "Positions.h"
 #include "Reports.h"
 #include "TooltipText.h"
 
-#include <CLI/CLI.hpp>
+#include <corvanemarkup/TextEdits.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <charconv>
-#include <climits>
-#include <cstdint>
 #include <cstdlib>
+#include <exception>
+#include <ios>
 #include <iostream>
-#include <sstream>
-#include <string>
-#include <string_view>
+#include <set>
 #include <system_error>
+#include <unistd.h>
 
 namespace tooltipreport {
 
 namespace {
 
-bool ReadPosition(std::string_view text, std::int64_t& position)
+namespace VizInTooltip = corvanemarkup::VizInTooltip;
+
+enum ExitStatus { AllIsWell = 0, Refused = 1, Failed = 2 };
+
+void Complain(const std::string& message)
 {
-    const char* const end = text.data() + text.size();
-    int value = 0;
-    const auto result = std::from_chars(text.data(), end, value);
-    position = value;
-    return result.ec == std::errc() && result.ptr == end && value >= 0;
+    std::cerr << "tooltip-report: " << OnOneLine(message) << '\n';
 }
 
-/// Reads `START` or `START:END`.
-corvanemarkup::CorvaneCharRange ReadSelection(std::string_view argument)
+bool UsesColours(const Arguments& arguments)
 {
-    const std::size_t colon = argument.find(':');
-    const std::string_view start = argument.substr(0, colon);
-    const std::string_view end = colon == std::string_view::npos ? start : argument.substr(colon + 1);
-    corvanemarkup::CorvaneCharRange selection{};
-    if (!ReadPosition(start, selection.start) || !ReadPosition(end, selection.end) ||
-        selection.end < selection.start)
-        throw CLI::ValidationError("--at", "'" + std::string(argument) +
-                                               "' is not START or START:END, with positions from 0 to " +
-                                               std::to_string(INT_MAX) + " and END not before START");
-    return selection;
+    const char* const noColour = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): nothing else runs
+    if (arguments.Color != "auto")
+        return arguments.Color == "always";
+    return isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
 }
 
-/// One call of the program: the arguments of all verbs, and the output of the one that runs. It is printed
-/// when it is complete, so that a verb that fails prints nothing.
-struct Call
+/// Calls `use` with each tooltip, and `fail` with the path of what can't be used and the reason.
+template <typename Use, typename Fail>
+void ForEachTooltip(const Arguments& arguments, Use use, Fail fail)
 {
-    std::string File = "-";
-    std::string NewFile;
-    std::string From;
-    std::string To;
-    std::string At;
-    std::string Field;
-    std::string ExclusiveField = "All";
-    std::string Output;
-};
-
-void AddShow(CLI::App& app, Call& call)
-{
-    CLI::App* show = app.add_subcommand("show", "List the elements, sheets and filters of a tooltip");
-    show->add_option("FILE", call.File, "The tooltip; standard input if it is absent or -");
-    show->footer("Ranges are half-open and count UTF-16 code units.");
-    show->callback([&call] { call.Output = Show(ReadTooltip(call.File)); });
-}
-
-void AddChanges(CLI::App& app, Call& call)
-{
-    CLI::App* changes =
-        app.add_subcommand("changes", "List the sheets whose filters were deleted or modified");
-    changes->add_option("OLD", call.File, "The tooltip as it was")->required();
-    changes->add_option("NEW", call.NewFile, "The tooltip as it is now")->required();
-    changes->callback([&call] {
-        if (call.File == "-" && call.NewFile == "-")
-            throw CLI::ValidationError("OLD and NEW", "only one of them can be standard input");
-        call.Output = ShowChanges(ReadTooltip(call.File), ReadTooltip(call.NewFile));
-    });
-}
-
-void AddRename(CLI::App& app, Call& call)
-{
-    CLI::App* rename = app.add_subcommand("rename", "Print a tooltip with a sheet renamed");
-    rename->add_option("FILE", call.File, "The tooltip")->required();
-    rename->add_option("FROM", call.From, "The name of the sheet")->required();
-    rename->add_option("TO", call.To, "Its new name")->required();
-    rename->footer("Only valid sheet elements with that name change; all other text is printed as it is.");
-    rename->callback([&call] {
-        if (call.To.empty())
-            throw CLI::ValidationError("TO", "a sheet name cannot be empty");
-        call.Output =
-            RenameSheet(ReadTooltip(call.File), FromUtf8(call.From, "FROM"), FromUtf8(call.To, "TO"));
-    });
-}
-
-void AddInsert(CLI::App& app, Call& call)
-{
-    CLI::App* insert = app.add_subcommand("insert", "Print a tooltip with a filter field inserted");
-    insert->add_option("FILE", call.File, "The tooltip")->required();
-    insert->add_option("--at", call.At, "The cursor, or the ends of the selection")
-        ->required()
-        ->type_name("START[:END]");
-    insert->add_option("--field", call.Field, "The field to insert")->required()->type_name("NAME");
-    insert->add_option("--exclusive", call.ExclusiveField, "The field that stands alone in a filter")
-        ->capture_default_str()
-        ->type_name("NAME");
-    insert->footer(
-        "Positions count UTF-16 code units from the start of the tooltip, and must stand between\n"
-        "the brackets of one sheet element. The field replaces those that the cursor stands in or\n"
-        "the selection reaches; if there are none, it goes to the end of the filter. A caret shows\n"
-        "the new cursor.");
-    insert->callback([&call] {
-        const auto selection = ReadSelection(call.At);
-        if (call.Field.empty())
-            throw CLI::ValidationError("--field", "a field name cannot be empty");
-        call.Output = InsertField(ReadTooltip(call.File), selection, FromUtf8(call.Field, "--field"),
-                                  FromUtf8(call.ExclusiveField, "--exclusive"));
-    });
-}
-
-/// What the program prints for its arguments.
-std::string Run(int argc, const char* const* argv)
-{
-    CLI::App app("Tells about the elements in the markup of tooltip templates, and edits them.",
-                 "tooltip-report");
-    app.set_version_flag("--version", "tooltip-report " TOOLTIP_REPORT_VERSION);
-    app.require_subcommand(1);
-    app.footer("Files are UTF-8 text. The file - stands for standard input.");
-    Call call;
-    AddShow(app, call);
-    AddChanges(app, call);
-    AddRename(app, call);
-    AddInsert(app, call);
-
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& helpOrVersion) {
-        std::ostringstream text;
-        app.exit(helpOrVersion, text, text);
-        return text.str();
-    } catch (const CLI::RequiredError&) {
-        // What is missing may well be what was misspelt.
-        if (app.remaining_size(true) > 0)
-            throw CLI::ExtrasError(app.remaining_for_passthrough(true));
-        throw;
+    for (const FoundFile& found : FindFiles(arguments.Files, arguments.Pattern)) {
+        try {
+            if (!found.Problem.empty())
+                throw FileError(found.Problem);
+            use(ReadTooltip(found.Path));
+        } catch (const FileError& error) {
+            Complain(error.what());
+            fail(found.Path, error.what());
+        }
     }
-    return call.Output;
+}
+
+int Check(const Arguments& arguments)
+{
+    boost::optional<std::set<TString>> sheets;
+    if (!arguments.Sheets.empty() || !arguments.SheetsFile.empty())
+        sheets.emplace();
+    for (const std::string& sheet : arguments.Sheets)
+        sheets->insert(FromUtf8(sheet, "--sheet"));
+    if (!arguments.SheetsFile.empty()) {
+        for (const TString& sheet : ReadLines(arguments.SheetsFile))
+            sheets->insert(sheet);
+    }
+
+    const auto report = arguments.Format == "json"    ? MakeJsonReport(std::cout)
+                        : arguments.Format == "sarif" ? MakeSarifReport(std::cout)
+                                                      : MakeTextReport(std::cout, UsesColours(arguments));
+    CheckCounts counts;
+    ForEachTooltip(
+        arguments,
+        [&](const TooltipFile& tooltip) {
+            std::vector<Finding> findings = FindFaults(tooltip.Text, sheets);
+            for (Finding& finding : findings) {
+                finding.IsError = finding.IsError || arguments.WarningsAsErrors;
+                ++(finding.IsError ? counts.Errors : counts.Warnings);
+            }
+            ++counts.Files;
+            report->Checked(tooltip, findings);
+        },
+        [&](const std::string& path, const std::string& problem) {
+            ++counts.Unreadable;
+            report->Unreadable(path, problem);
+        });
+    report->End(counts);
+    return counts.Unreadable > 0 ? Failed : counts.Errors > 0 ? Refused : AllIsWell;
+}
+
+int ShowOne(const Arguments& arguments)
+{
+    (arguments.Format == "json" ? ShowAsJson : ShowAsText)(std::cout, ReadTooltip(arguments.Files.front()));
+    return AllIsWell;
+}
+
+int ShowTwo(const Arguments& arguments)
+{
+    const auto show = arguments.Format == "json" ? ShowChangesAsJson : ShowChangesAsText;
+    show(std::cout, ReadTooltip(arguments.Files.front()), ReadTooltip(arguments.Files.back()));
+    return AllIsWell;
+}
+
+/// Gives the edited tooltip as the arguments want it.
+void Deliver(const Arguments& arguments, const TooltipFile& tooltip,
+             const std::vector<VizInTooltip::TextEdit>& edits)
+{
+    if (arguments.Diff)
+        WriteDiff(std::cout, tooltip, edits);
+    else if (!arguments.InPlace)
+        PrintTooltip(std::cout, tooltip, VizInTooltip::ApplyTextEdits(tooltip.Text, edits));
+    else if (!edits.empty())
+        ReplaceTooltip(tooltip, VizInTooltip::ApplyTextEdits(tooltip.Text, edits));
+}
+
+int RenameAll(const Arguments& arguments)
+{
+    std::set<TString> sheetsMet;
+    std::set<TString> fieldsMet;
+    int status = AllIsWell;
+    ForEachTooltip(
+        arguments,
+        [&](const TooltipFile& tooltip) {
+            const RenamingEdits renaming = Rename(tooltip, arguments.NewNames);
+            sheetsMet.insert(renaming.SheetsMet.begin(), renaming.SheetsMet.end());
+            fieldsMet.insert(renaming.FieldsMet.begin(), renaming.FieldsMet.end());
+            for (const std::string& message : renaming.Kept) {
+                Complain(message);
+                status = std::max<int>(status, Refused);
+            }
+            Deliver(arguments, tooltip, renaming.Edits);
+        },
+        [&status](const std::string&, const std::string&) { status = Failed; });
+
+    const auto tellMissing = [&status](const auto& newNames, const std::set<TString>& met, const char* what) {
+        for (const auto& names : newNames) {
+            if (met.count(names.first) > 0)
+                continue;
+            Complain(what + (" is called " + Quoted(names.first)));
+            status = std::max<int>(status, Refused);
+        }
+    };
+    tellMissing(arguments.NewNames.Sheets, sheetsMet, "no sheet");
+    tellMissing(arguments.NewNames.Fields, fieldsMet, "no field");
+    return status;
+}
+
+int Insert(const Arguments& arguments)
+{
+    const TooltipFile tooltip = ReadTooltip(arguments.Files.front());
+    const auto selection = ReadSelection(arguments.At, tooltip.Text);
+    const auto insertion =
+        VizInTooltip::InsertFilterFieldAt(tooltip.Text, selection, arguments.Field, arguments.ExclusiveField);
+    if (!insertion) {
+        Complain("no sheet element that can take this field has " + arguments.At +
+                 " between its brackets; tooltip-report check tells what is wrong with elements");
+        return Refused;
+    }
+    Deliver(arguments, tooltip, {insertion->Edit});
+    std::cout.flush();
+
+    const TString edited = VizInTooltip::ApplyTextEdits(tooltip.Text, {insertion->Edit});
+    const int cursor = insertion->NewCursorPosition;
+    std::cerr << "cursor at " << ToText(Positions(edited).At(cursor)) << ", offset " << cursor << '\n';
+    if (arguments.Caret) {
+        const RuledLine ruled = RuleLine(edited, {cursor, cursor});
+        std::cerr << ruled.Line << '\n' << ruled.Ruler << '\n';
+    }
+    return AllIsWell;
+}
+
+int Run(int argc, const char* const* argv)
+{
+    const Arguments arguments = ReadArguments(argc, argv);
+    if (arguments.Verb == "check")
+        return Check(arguments);
+    if (arguments.Verb == "show")
+        return ShowOne(arguments);
+    if (arguments.Verb == "changes")
+        return ShowTwo(arguments);
+    if (arguments.Verb == "rename")
+        return RenameAll(arguments);
+    if (arguments.Verb == "insert")
+        return Insert(arguments);
+    std::cout << arguments.Text;
+    return AllIsWell;
 }
 
 } // namespace
@@ -153,15 +195,20 @@ std::string Run(int argc, const char* const* argv)
 
 int main(int argc, char** argv)
 {
+    using namespace tooltipreport;
     try {
         // Only a stream of its own tells when reading standard input fails.
         std::ios::sync_with_stdio(false);
-        std::cout << tooltipreport::Run(argc, argv) << std::flush;
-        if (!std::cout.good())
-            throw std::system_error(errno, std::generic_category(), "cannot write to standard output");
-        return EXIT_SUCCESS;
+        std::cout.exceptions(std::ios::badbit);
+        const int status = Run(argc, argv);
+        std::cout.flush();
+        return status;
+    } catch (const std::ios_base::failure&) {
+        const int error = errno;
+        std::cout.exceptions(std::ios::goodbit); // standard error and the end of the program flush it
+        Complain("cannot write to standard output: " + std::generic_category().message(error));
     } catch (const std::exception& error) {
-        std::cerr << "tooltip-report: " << tooltipreport::OnOneLine(error.what()) << '\n';
-        return EXIT_FAILURE;
+        Complain(error.what());
     }
+    return Failed;
 }

@@ -1,0 +1,288 @@
+#include "Arguments.h"
+
+#include "Manual.h"
+#include "TooltipText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+namespace tooltipreport {
+
+namespace {
+
+const std::vector<HelpSection> sections = {
+    {"Files",
+     "Files are UTF-8 text, and - stands for standard input. A byte order mark is kept; it isn't part of\n"
+     "the text that positions count in."},
+    {"Positions",
+     "Lines and columns count from 1. Columns count characters (code points). An offset counts UTF-16\n"
+     "code units from the start of the text, from 0. The end of a range comes after its last one."},
+    {"Exit status",
+     "0 if all is well; 1 if check found errors, rename did not find a name or could not change it,\n"
+     "or insert has no element to insert into; 2 if something could not be read or written, or the\n"
+     "call is wrong."},
+    {"Environment", "NO_COLOR, if it is set and not empty, turns colours off."}};
+
+/// An option that takes one of a few words.
+void AddChoice(CLI::App& verb, const std::string& name, std::string& choice,
+               const std::vector<std::string>& words, const std::string& description)
+{
+    std::string alternatives;
+    for (const std::string& word : words)
+        alternatives += (alternatives.empty() ? "" : "|") + word;
+    verb.add_option(name, choice, description)
+        ->check(CLI::IsMember(words).description(""))
+        ->type_name(alternatives)
+        ->capture_default_str();
+}
+
+void AddFile(CLI::App& verb, const std::string& name, std::vector<std::string>& files,
+             const std::string& description)
+{
+    verb.add_option_function<std::string>(
+            name, [&files](const std::string& file) { files.push_back(file); },
+            description + "; - is standard input")
+        ->required()
+        ->type_name("");
+}
+
+/// An option that may be given again and again, with one value each time.
+CLI::Option* AddList(CLI::App& verb, const std::string& name, std::vector<std::string>& list,
+                     const std::string& description)
+{
+    return verb.add_option(name, list, description)->allow_extra_args(false);
+}
+
+void AddFilesAndPattern(CLI::App& verb, Arguments& arguments)
+{
+    verb.add_option(
+            "FILE", arguments.Files,
+            "The tooltips; - is standard input, and a folder stands for the\ntooltips in it, at any depth")
+        ->required()
+        ->type_name("");
+    verb.add_option("--pattern", arguments.Pattern, "What tooltips in folders are called")
+        ->type_name("PATTERN")
+        ->capture_default_str();
+}
+
+void AddOutput(CLI::App& verb, Arguments& arguments)
+{
+    CLI::Option* inPlace = verb.add_flag("--in-place", arguments.InPlace,
+                                         "Write the result to the file itself, whole or not at all");
+    verb.add_flag("--diff", arguments.Diff, "Print what changes, for patch -p1 or git apply")
+        ->excludes(inPlace);
+}
+
+void AddCheck(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* check = app.add_subcommand("check", "Tell what is wrong with tooltips, and where");
+    AddFilesAndPattern(*check, arguments);
+    AddList(*check, "--sheet", arguments.Sheets, "A sheet that exists; any other is an error")
+        ->type_name("NAME");
+    check
+        ->add_option("--sheets", arguments.SheetsFile,
+                     "A file with the names of the sheets that exist, one to a line")
+        ->type_name("FILE");
+    check->add_flag("--warnings-as-errors", arguments.WarningsAsErrors, "Count warnings as errors");
+    AddChoice(*check, "--format", arguments.Format, {"text", "json", "sarif"}, "The form of the output");
+    AddChoice(*check, "--color", arguments.Color, {"auto", "always", "never"},
+              "Whether to use colours; auto means on a terminal");
+    check->footer(
+        "A fault is an error if a sheet is lost by it, and else a warning: what is warned of may be meant.");
+}
+
+void AddShow(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* show = app.add_subcommand("show", "List the elements, sheets and filters of a tooltip");
+    AddFile(*show, "FILE", arguments.Files, "The tooltip");
+    AddChoice(*show, "--format", arguments.Format, {"text", "json"}, "The form of the output");
+}
+
+void AddChanges(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* changes =
+        app.add_subcommand("changes", "List the sheets whose filters were deleted or modified");
+    AddFile(*changes, "OLD", arguments.Files, "The tooltip as it was");
+    AddFile(*changes, "NEW", arguments.Files, "The tooltip as it is now");
+    AddChoice(*changes, "--format", arguments.Format, {"text", "json"}, "The form of the output");
+}
+
+/// The new names that OLD=NEW texts tell.
+struct RenamingTexts
+{
+    std::vector<std::string> Sheets;
+    std::vector<std::string> Fields;
+};
+
+void AddRename(CLI::App& app, Arguments& arguments, RenamingTexts& texts)
+{
+    CLI::App* rename = app.add_subcommand("rename", "Rename sheets and fields");
+    AddFilesAndPattern(*rename, arguments);
+    AddList(*rename, "--sheet", texts.Sheets, "A sheet and its new name")->type_name("OLD=NEW");
+    AddList(*rename, "--field", texts.Fields, "A field and its new name")->type_name("OLD=NEW");
+    AddOutput(*rename, arguments);
+    rename->footer(
+        "Give --sheet and --field as often as needed. Each name is changed once, so that two can be\n"
+        "exchanged. Write a = that is part of a name twice. Names alone change: those of sheets in valid\n"
+        "sheet elements, those of fields in their filters and in plain elements. A name stays where the\n"
+        "text would read as other elements with the new one.");
+}
+
+void AddInsert(CLI::App& app, Arguments& arguments)
+{
+    CLI::App* insert =
+        app.add_subcommand("insert", "Insert a field into the filter at a cursor or selection");
+    AddFile(*insert, "FILE", arguments.Files, "The tooltip");
+    insert
+        ->add_option("--at", arguments.At,
+                     "The cursor, or the ends of the selection, as offsets or LINE:COLUMN")
+        ->required()
+        ->type_name("START[-END]");
+    const auto addField = [insert](const std::string& name, TString& field, const std::string& description) {
+        return insert
+            ->add_option_function<std::string>(
+                name, [&field, name](const std::string& text) { field = FromUtf8(text, name); }, description)
+            ->type_name("NAME");
+    };
+    addField("--field", arguments.Field, "The field to insert")->required();
+    addField("--exclusive", arguments.ExclusiveField, "The field that stands alone in a filter")
+        ->default_val("All");
+    insert->add_flag("--caret", arguments.Caret, "Show the line with a caret below the new cursor, too");
+    AddOutput(*insert, arguments);
+    insert->footer(
+        "The place must stand between the brackets of a sheet element. The field replaces those that the\n"
+        "cursor stands in or the selection reaches; if there are none, it goes to the end of the filter.\n"
+        "Standard error tells where the new cursor is.");
+}
+
+/// Reads OLD=NEW.
+void ReadRenaming(const std::string& option, const std::string& argument,
+                  std::map<TString, TString>& newNames)
+{
+    std::vector<std::string> names(1);
+    for (std::size_t i = 0; i < argument.size(); ++i) {
+        if (argument[i] != '=')
+            names.back() += argument[i];
+        else if (argument.compare(i, 2, "==") == 0)
+            names.back() += argument[i++];
+        else
+            names.emplace_back();
+    }
+    if (names.size() != 2)
+        throw CLI::ValidationError(
+            option, Quoted(argument) + " is not OLD=NEW, with each = that is part of a name written twice");
+    const TString oldName = FromUtf8(names[0], option);
+    const TString newName = FromUtf8(names[1], option);
+    const auto known = newNames.emplace(oldName, newName).first;
+    if (known->second != newName)
+        throw CLI::ValidationError(option, "gives " + Quoted(oldName) + " two new names");
+    if (option == "--sheet" ? newName.empty() : !corvanemarkup::VizInTooltip::IsFieldName(newName))
+        throw CLI::ValidationError(option, Quoted(newName) + " cannot be the name of a " + option.substr(2));
+}
+
+void CheckArguments(const Arguments& arguments)
+{
+    if (std::count(arguments.Files.begin(), arguments.Files.end(), StandardInput) > 1)
+        throw CLI::ValidationError("FILE", "only one can be standard input");
+    if (arguments.InPlace && arguments.Files.front() == StandardInput)
+        throw CLI::ValidationError("--in-place", "standard input has no place; leave --in-place out");
+    if (arguments.Verb == "rename") {
+        if (arguments.NewNames.Sheets.empty() && arguments.NewNames.Fields.empty())
+            throw CLI::ValidationError("nothing to rename", "give --sheet OLD=NEW or --field OLD=NEW");
+        std::error_code unknown;
+        const bool isOneFile =
+            arguments.Files.size() == 1 && !std::filesystem::is_directory(arguments.Files[0], unknown);
+        if (!isOneFile && !arguments.InPlace && !arguments.Diff)
+            throw CLI::ValidationError("FILE", "for more than one, give --in-place or --diff");
+    }
+    if (arguments.Verb == "insert" && !corvanemarkup::VizInTooltip::IsFieldName(arguments.Field))
+        throw CLI::ValidationError("--field", Quoted(arguments.Field) + " cannot be the name of a field");
+}
+
+std::string VerbNames(const CLI::App& app)
+{
+    std::string names;
+    for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; }))
+        names += (names.empty() ? "" : ", ") + verb->get_name();
+    return names;
+}
+
+std::string HelpFooter()
+{
+    std::string footer;
+    for (const HelpSection& section : sections) {
+        footer += (footer.empty() ? "" : "\n\n") + section.Title + ":\n  ";
+        for (const char character : section.Text)
+            footer += character == '\n' ? "\n  " : std::string(1, character);
+    }
+    return footer;
+}
+
+} // namespace
+
+Arguments ReadArguments(int argc, const char* const* argv)
+{
+    CLI::App app("Check, show and edit the markup of tooltips", "tooltip-report");
+    app.set_version_flag("--version", "tooltip-report " TOOLTIP_REPORT_VERSION);
+    app.require_subcommand(0, 1);
+    for (const auto& [label, word] :
+         {std::pair("SUBCOMMAND", "VERB"), std::pair("Subcommands", "Verbs"),
+          std::pair("Positionals", "Arguments"), std::pair("REQUIRED", "(required)")})
+        app.get_formatter()->label(label, word);
+    Arguments arguments;
+    RenamingTexts renaming;
+    AddCheck(app, arguments);
+    AddShow(app, arguments);
+    AddChanges(app, arguments);
+    AddRename(app, arguments, renaming);
+    AddInsert(app, arguments);
+    const CLI::Option* manPage = app.add_flag("--man-page", "Print the man page");
+    const CLI::Option* bashCompletion = app.add_flag("--bash-completion", "Print the completion for bash");
+    app.footer(HelpFooter());
+
+    std::string help = "tooltip-report --help";
+    const auto usageError = [&help](const std::string& message) {
+        return UsageError(message + "; see " + help);
+    };
+    try {
+        app.parse(argc, argv);
+        if (*manPage)
+            arguments.Text = ManPage(app, sections);
+        else if (*bashCompletion)
+            arguments.Text = BashCompletion(app);
+        if (!arguments.Text.empty())
+            return arguments;
+        if (app.get_subcommands().empty())
+            throw usageError("no verb is given; type one of " + VerbNames(app));
+        arguments.Verb = app.get_subcommands().front()->get_name();
+        help = "tooltip-report " + arguments.Verb + " --help";
+        for (const std::string& text : renaming.Sheets)
+            ReadRenaming("--sheet", text, arguments.NewNames.Sheets);
+        for (const std::string& text : renaming.Fields)
+            ReadRenaming("--field", text, arguments.NewNames.Fields);
+        CheckArguments(arguments);
+        return arguments;
+    } catch (const CLI::Success& helpOrVersion) {
+        std::ostringstream text;
+        app.exit(helpOrVersion, text, text);
+        arguments.Text = text.str();
+        return arguments;
+    } catch (const CLI::Error& error) {
+        const std::vector<std::string> unexpected = app.remaining(true);
+        if (app.get_subcommands().empty()) {
+            const bool isOption = !unexpected.empty() && unexpected.front().compare(0, 1, "-") == 0;
+            throw usageError(unexpected.empty()
+                                 ? error.what()
+                                 : Quoted(unexpected.front()) + " is not " +
+                                       (isOption ? "an option" : "a verb; type one of " + VerbNames(app)));
+        }
+        help = "tooltip-report " + app.get_subcommands().front()->get_name() + " --help";
+        // What is missing may well be what was misspelt.
+        throw usageError(unexpected.empty() ? error.what() : "unexpected " + Quoted(unexpected.front()));
+    }
+}
+
+} // namespace tooltipreport

@@ -1,0 +1,112 @@
+#include "Positions.h"
+
+#include "TooltipText.h"
+
+#include <boost/locale/utf.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <utf8proc.h>
+
+namespace tooltipreport {
+
+namespace {
+
+namespace utf = boost::locale::utf;
+
+constexpr int interval = 256;
+
+/// The position after one more code unit.
+LineAndColumn After(LineAndColumn position, char16_t unit)
+{
+    if (unit == u'\n')
+        return {position.Line + 1, 1};
+    // Both halves of a surrogate pair are one character.
+    return {position.Line, position.Column + (utf::utf_traits<char16_t>::is_trail(unit) ? 0 : 1)};
+}
+
+} // namespace
+
+std::string ToText(LineAndColumn position)
+{
+    return std::to_string(position.Line) + ':' + std::to_string(position.Column);
+}
+
+Positions::Positions(const TString& text) : m_text(text)
+{
+    LineAndColumn position{1, 1};
+    for (int offset = 0; offset <= text.length(); ++offset) {
+        if (offset % interval == 0)
+            m_marks.push_back(position);
+        position = After(position, text[offset]);
+    }
+}
+
+LineAndColumn Positions::At(std::int64_t offset) const
+{
+    const auto mark = static_cast<int>(offset / interval);
+    LineAndColumn position = m_marks[static_cast<std::size_t>(mark)];
+    for (int i = mark * interval; i < offset; ++i)
+        position = After(position, m_text[i]);
+    return position;
+}
+
+boost::optional<int> Positions::OffsetOf(LineAndColumn wanted) const
+{
+    const auto isBefore = [](LineAndColumn left, LineAndColumn right) {
+        return left.Line != right.Line ? left.Line < right.Line : left.Column < right.Column;
+    };
+    // The first mark is 1:1, and no position comes before it.
+    const auto mark = std::upper_bound(m_marks.begin() + 1, m_marks.end(), wanted, isBefore) - 1;
+    LineAndColumn position = *mark;
+    auto offset = static_cast<int>(mark - m_marks.begin()) * interval;
+    for (; isBefore(position, wanted) && offset < m_text.length(); ++offset)
+        position = After(position, m_text[offset]);
+    if (position.Line != wanted.Line || position.Column != wanted.Column)
+        return boost::none;
+    return offset;
+}
+
+RuledLine RuleLine(const TString& text, corvanemarkup::CorvaneCharRange range)
+{
+    constexpr int longestLine = 140;
+    constexpr int longestLead = 60;
+    const auto start = static_cast<int>(range.start);
+    int to = start;
+    while (to < text.length() && text[to] != u'\n' && to - start <= longestLine)
+        ++to;
+    if (to > start && text[to - 1] == u'\r')
+        --to;
+    const auto startOfLine = [&](int limit) {
+        int from = start;
+        while (from > limit && from > 0 && text[from - 1] != u'\n')
+            --from;
+        return from - (utf::utf_traits<char16_t>::is_trail(text[from]) ? 1 : 0);
+    };
+    int from = startOfLine(to - longestLine);
+    if (from > 0 && text[from - 1] != u'\n')
+        from = startOfLine(start - longestLead);
+    const bool isLeadCut = from > 0 && text[from - 1] != u'\n';
+    const bool isEndCut = to - from > longestLine;
+    to = isEndCut ? from + longestLine : to;
+
+    RuledLine ruled{isLeadCut ? "…" : "", isLeadCut ? " " : ""};
+    const char16_t* const units = text.constData();
+    for (const char16_t* unit = units + from; unit < units + to;) {
+        const bool isInRange = unit - units >= range.start && unit - units < range.end;
+        const char32_t symbol = Symbol(utf::utf_traits<char16_t>::decode(unit, units + text.length()));
+        utf::utf_traits<char>::encode(symbol, std::back_inserter(ruled.Line));
+        const int columns = utf8proc_charwidth(static_cast<utf8proc_int32_t>(symbol));
+        const auto width = static_cast<std::size_t>(columns);
+        if (isInRange)
+            ruled.Ruler.append(width, '^');
+        else if (unit - units <= range.start)
+            ruled.Ruler.append(width, ' ');
+    }
+    ruled.Line += isEndCut ? "…" : "";
+    if (ruled.Ruler.empty() || ruled.Ruler.back() != '^')
+        ruled.Ruler += '^';
+    return ruled;
+}
+
+} // namespace tooltipreport

@@ -1,0 +1,111 @@
+#include "CheckReport.h"
+#include "Json.h"
+#include "Positions.h"
+#include "TooltipText.h"
+
+#include <cctype>
+#include <cstring>
+#include <filesystem>
+
+namespace tooltipreport {
+
+namespace {
+
+/// The path as a URI, relative if the path is.
+std::string UriOf(const std::string& path)
+{
+    constexpr char hexDigits[] = "0123456789ABCDEF";
+    std::string uri = path.compare(0, 1, "/") == 0 ? "file://" : "";
+    for (const char character : std::filesystem::path(path).lexically_normal().string()) {
+        const auto byte = static_cast<unsigned char>(character);
+        const bool isAsItIs =
+            byte < 0x80 && (std::isalnum(byte) != 0 || std::strchr("-._~/", character) != nullptr);
+        if (isAsItIs)
+            uri += character;
+        else
+            uri = uri + '%' + hexDigits[byte / 16] + hexDigits[byte % 16];
+    }
+    return uri;
+}
+
+Json Text(const std::string& text)
+{
+    return {{"text", OnOneLine(text)}};
+}
+
+Json ArtifactLocation(const std::string& path)
+{
+    return {{"artifactLocation", {{"uri", UriOf(path)}}}};
+}
+
+class SarifReport : public CheckReport
+{
+public:
+    explicit SarifReport(std::ostream& out) : m_writer(out)
+    {
+        Json rules = Json::array();
+        for (const Finding& finding : OneOfEachKind())
+            rules.push_back({{"id", Identifier(finding)}, {"shortDescription", Text(Message(finding))}});
+        m_writer.BeginObject();
+        m_writer.Member("$schema", "https://json.schemastore.org/sarif-2.1.0.json");
+        m_writer.Member("version", "2.1.0");
+        m_writer.BeginList("runs");
+        m_writer.BeginObject();
+        m_writer.Member("tool", {{"driver",
+                                  {{"name", "tooltip-report"},
+                                   {"version", TOOLTIP_REPORT_VERSION},
+                                   {"rules", std::move(rules)}}}});
+        m_writer.Member("columnKind", "unicodeCodePoints");
+        m_writer.BeginList("results");
+    }
+
+    void Checked(const TooltipFile& file, const std::vector<Finding>& findings) override
+    {
+        const Positions positions(file.Text);
+        for (const Finding& finding : findings) {
+            const LineAndColumn start = positions.At(finding.Range.start);
+            const LineAndColumn end = positions.At(finding.Range.end);
+            Json location = ArtifactLocation(file.Path);
+            location["region"] = {{"startLine", start.Line},
+                                  {"startColumn", start.Column},
+                                  {"endLine", end.Line},
+                                  {"endColumn", end.Column}};
+            m_writer.Item({{"ruleId", Identifier(finding)},
+                           {"level", finding.IsError ? "error" : "warning"},
+                           {"message", Text(Message(finding))},
+                           {"locations", Json::array({{{"physicalLocation", std::move(location)}}})}});
+        }
+    }
+
+    void Unreadable(const std::string& path, const std::string& problem) override
+    {
+        m_notifications.push_back(
+            {{"level", "error"},
+             {"message", Text(problem)},
+             {"locations", Json::array({{{"physicalLocation", ArtifactLocation(path)}}})}});
+    }
+
+    void End(const CheckCounts& counts) override
+    {
+        m_writer.End();
+        m_writer.Member("invocations",
+                        Json::array({{{"executionSuccessful", counts.Unreadable == 0},
+                                      {"toolExecutionNotifications", std::move(m_notifications)}}}));
+        m_writer.End();
+        m_writer.End();
+        m_writer.End();
+    }
+
+private:
+    JsonWriter m_writer;
+    Json m_notifications = Json::array();
+};
+
+} // namespace
+
+std::unique_ptr<CheckReport> MakeSarifReport(std::ostream& out)
+{
+    return std::make_unique<SarifReport>(out);
+}
+
+} // namespace tooltipreport
