@@ -65,4 +65,25 @@ TEST(Memory, AnyAllocationMayFail)
     EXPECT_GT(count, 4 * Operations().size()) << "without allocations, nothing is tested";
 }
 
+TEST(Memory, IsNotAskedForWhenATextWouldBeTooLong)
+{
+    // What would come out has 0x100000000 code units or a few more, of which 32 bits hold the few.
+    TString commas = Text(std::u16string(0x10000, u','));
+    std::u16string fields;
+    for (int i = 0; i < 0x10000; ++i)
+        fields += u"<a>";
+    const TString tooltip = Text(u"<Sheet name='s' filter='" + fields + u"'>");
+    const std::map<TString, TString> newFields{{Text(u"a"), Text(std::u16string(0x8000, u'b'))}};
+    const auto expectTooLong = [](auto call) {
+        allocationsLeft = 60; // for what is read before, and for the exception
+        EXPECT_THROW(call(), std::length_error);
+        allocationsLeft = -1;
+    };
+    expectTooLong([&] { commas.replace(u',', commas); });
+    expectTooLong([&] { (void)RenameSheetsAndFields(tooltip, {}, newFields); });
+
+    EXPECT_EQ(Show(ApplyTextEdits(Text(u"abcdef"), {{{0, 2}, Text(u"x")}, {{3, 6}, TString()}})), "xc")
+        << "edits that take away more than they put in";
+}
+
 } // namespace
