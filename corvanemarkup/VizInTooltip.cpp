@@ -74,7 +74,8 @@ std::set<TString> FieldsOf(const SheetElement& element)
     const FilterOf filter(element);
     TextTable different;
     filter.ForEach([&](TextView field) { different.Add(field); });
-    different.ForEach([&](std::size_t number) { fields.insert(fields.end(), ToString(different[number])); });
+    for (std::size_t i = 0; i < different.Count(); ++i)
+        fields.insert(fields.end(), ToString(different[i]));
     return fields;
 }
 
@@ -100,11 +101,11 @@ public:
     [[nodiscard]] std::map<TString, std::set<TString>> ToFieldsBySheet() const
     {
         std::map<TString, std::set<TString>> fieldsBySheet;
-        m_names.ForEach([&](std::size_t sheet) {
+        for (std::size_t sheet = 0; sheet < m_names.Count(); ++sheet) {
             auto fields = FieldsOf(m_elements[sheet]);
             if (!fields.empty())
                 fieldsBySheet.emplace_hint(fieldsBySheet.end(), Unescape(m_names[sheet]), std::move(fields));
-        });
+        }
         return fieldsBySheet;
     }
 
@@ -204,7 +205,8 @@ std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
     for (SheetElement element; walk.Next(element);)
         different.Add(element.EscapedName());
     std::set<TString> names;
-    different.ForEach([&](std::size_t number) { names.insert(names.end(), Unescape(different[number])); });
+    for (std::size_t i = 0; i < different.Count(); ++i)
+        names.insert(names.end(), Unescape(different[i]));
     return names;
 }
 

@@ -1,6 +1,5 @@
 #include <corvanemarkup/internal/TextTable.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <map>
 
@@ -95,25 +94,6 @@ std::size_t TextTable::AddByHash(TextView text)
     if (number == count)
         m_texts.Add() = text;
     return number;
-}
-
-std::vector<std::size_t> TextTable::NumbersInOrder() const
-{
-    struct Entry
-    {
-        TextView Text;
-        std::size_t Number;
-    };
-    std::vector<Entry> entries;
-    entries.reserve(Count());
-    for (std::size_t number = 0; number < Count(); ++number)
-        entries.push_back({m_texts[number], number});
-    std::sort(entries.begin(), entries.end(),
-              [](const Entry& left, const Entry& right) { return left.Text < right.Text; });
-    std::vector<std::size_t> numbers(entries.size());
-    std::transform(entries.begin(), entries.end(), numbers.begin(),
-                   [](const Entry& entry) { return entry.Number; });
-    return numbers;
 }
 
 } // namespace corvanemarkup::Internal

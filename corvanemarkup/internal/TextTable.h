@@ -32,20 +32,6 @@ public:
     [[nodiscard]] std::size_t Count() const { return m_texts.Count(); }
     [[nodiscard]] TextView operator[](std::size_t number) const { return m_texts[number]; }
 
-    /// Calls `visit` with each number: many in the order of the texts by code units, a few as they came. So a
-    /// sorted container is filled at its end, under the usual order.
-    template <typename Visit>
-    void ForEach(Visit visit) const
-    {
-        if (!m_index) {
-            for (std::size_t number = 0; number < m_texts.Count(); ++number)
-                visit(number);
-        } else {
-            for (const std::size_t number : NumbersInOrder())
-                visit(number);
-        }
-    }
-
 private:
     class Index;
     struct IndexDeleter
@@ -54,7 +40,6 @@ private:
     };
 
     std::size_t AddByHash(TextView text);
-    [[nodiscard]] std::vector<std::size_t> NumbersInOrder() const;
 
     FewOrMany<TextView> m_texts;
     std::unique_ptr<Index, IndexDeleter> m_index; ///< none as long as the texts are few
