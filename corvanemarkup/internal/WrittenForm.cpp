@@ -75,7 +75,7 @@ inline bool FindName(const char16_t* units, std::size_t& index)
     const std::uint64_t firstWord = WordAt(units);
     index = 0;
     for (std::size_t i = 1; i < NameCount; ++i)
-        index |= i & -std::size_t(firstWord == AllNames.Names[i].Words[0]);
+        index = firstWord == AllNames.Names[i].Words[0] ? i : index;
     const WrittenName& name = AllNames.Names[index];
     std::uint64_t difference = firstWord ^ name.Words[0];
     for (std::size_t i = 1; i < WrittenName::MostWords; ++i)
