@@ -30,25 +30,17 @@ namespace corvanemarkup::Internal {
 }
 
 /// Reads a number of up to four digits without a 0 in front, which means the same on every platform.
-///
-/// The text goes on for three units or more before the value, as it does where a name stands there. So all
-/// digits are read at once, however many they are.
 [[nodiscard]] inline bool ReadWrittenNumber(TextView escapedValue, int& number)
 {
-    const std::size_t digitCount = escapedValue.size();
-    if (digitCount == 0 || digitCount > UnitsInWord || escapedValue.front() == u'0')
+    constexpr std::size_t mostDigits = 4;
+    if (escapedValue.empty() || escapedValue.size() > mostDigits || escapedValue.front() == u'0')
         return false;
-    constexpr auto fourTimes = [](std::uint64_t unit) { return unit * 0x0001000100010001; };
-    constexpr unsigned bitsInUnit = 16;
-    const std::uint64_t word = WordAt(escapedValue.data() + digitCount - UnitsInWord);
-    const std::uint64_t digits =
-        (word ^ fourTimes(u'0')) & (~std::uint64_t(0) << (UnitsInWord - digitCount) * bitsInUnit);
-    // What isn't from 0 to 9 has the highest bit of its unit set, or gets it by the addition.
-    if (((digits + fourTimes(0x7FFF - 9)) | digits) & fourTimes(0x8000))
-        return false;
-    // The highest unit of the product adds up the digits times 1000, 100, 10 and 1.
-    constexpr std::uint64_t tens = std::uint64_t(1000) << 48 | std::uint64_t(100) << 32 | 10 << 16 | 1;
-    number = static_cast<int>((digits * tens) >> 48);
+    number = 0;
+    for (const char16_t digit : escapedValue) {
+        if (digit < u'0' || digit > u'9')
+            return false;
+        number = 10 * number + (digit - u'0');
+    }
     return true;
 }
 
