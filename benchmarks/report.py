@@ -13,9 +13,10 @@ import sys
 LIBRARY = "corvanemarkup"
 REFERENCE = "PCRE2 JIT"
 PEERS = [LIBRARY, REFERENCE, "u16string_view", "pugixml"]
-LOWER_BOUND = "output alone"
-COLUMNS = ["names S", "fields S", "names L", "names P"]
-OTHERS = ["elements S", "elements L", "elements P", "one edit at the cursor"]
+BOUNDS = ["answer alone", "limit"]
+COLUMNS = ["names S", "fields S", "names L12", "names L", "names P"]
+OTHERS = ["list S"] + [f"{task} {text}" for task in ["fields", "list"] for text in ["L12", "L", "P"]]
+OTHERS += [f"elements {text}" for text in ["S", "L12", "L", "P"]] + ["one edit at the cursor"]
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 
 
@@ -46,7 +47,7 @@ def print_ratios(medians):
         return f"{medians[task, peer] / medians[task, REFERENCE]:.2f}"
 
     rows = [[f"relative to {REFERENCE}"] + COLUMNS]
-    for peer in PEERS + [LOWER_BOUND]:
+    for peer in PEERS + BOUNDS:
         rows.append([peer] + [ratio(task, peer) for task in COLUMNS])
     print_table(rows)
 

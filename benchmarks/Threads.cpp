@@ -1,0 +1,94 @@
+/// Whether calls that run side by side hold each other up: the time that two threads of one process take for
+/// the same tooltips, beside that of two processes.
+
+#include "Texts.h"
+
+#include <corvanemarkup/VizInTooltip.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace benchmarks;
+using namespace corvanemarkup;
+
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+/// Asks for all tooltips, a few times over. The answers are kept until each round is over, as a host would.
+template <typename Query>
+void Ask(Query query, const std::vector<TString>& tooltips)
+{
+    constexpr int rounds = 20;
+    for (int round = 0; round < rounds; ++round) {
+        std::vector<decltype(query(tooltips.front()))> answers;
+        answers.reserve(tooltips.size());
+        for (const TString& tooltip : tooltips)
+            answers.push_back(query(tooltip));
+    }
+}
+
+template <typename Work>
+Milliseconds TimeOf(Work work)
+{
+    const Clock::time_point start = Clock::now();
+    work();
+    return Clock::now() - start;
+}
+
+template <typename Query>
+void InTwoThreads(Query query, const std::vector<TString>& tooltips)
+{
+    std::thread other([&] { Ask(query, tooltips); });
+    Ask(query, tooltips);
+    other.join();
+}
+
+template <typename Query>
+void InTwoProcesses(Query query, const std::vector<TString>& tooltips)
+{
+    const pid_t other = fork();
+    if (other < 0)
+        std::abort();
+    Ask(query, tooltips);
+    if (other == 0)
+        _exit(0);
+    waitpid(other, nullptr, 0);
+}
+
+template <typename Query>
+void Print(const char* name, Query query, const std::vector<TString>& tooltips)
+{
+    // The two take turns, so that what else the machine does meets both alike.
+    std::array<Milliseconds, 9> threads{};
+    std::array<Milliseconds, 9> processes{};
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        processes[i] = TimeOf([&] { InTwoProcesses(query, tooltips); });
+        threads[i] = TimeOf([&] { InTwoThreads(query, tooltips); });
+    }
+    std::sort(threads.begin(), threads.end());
+    std::sort(processes.begin(), processes.end());
+    const std::size_t median = threads.size() / 2;
+    std::printf("%-10s %9.1f ms %9.1f ms %9.2f\n", name, processes[median].count(), threads[median].count(),
+                threads[median] / processes[median]);
+}
+
+} // namespace
+
+int main()
+{
+    std::vector<TString> tooltips;
+    for (const std::u16string& text : ShortTooltips(20000))
+        tooltips.push_back(ToTString(text));
+    std::printf("%-10s %12s %12s %9s\n", "wall time", "2 processes", "2 threads", "ratio");
+    Print("names S", VizInTooltip::GetTargetSheetNamesFromTooltipText, tooltips);
+    Print("fields S", VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText, tooltips);
+    return 0;
+}
