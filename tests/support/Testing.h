@@ -40,10 +40,11 @@ inline std::string Show(const TString& text)
     std::string shown;
     for (int i = 0; i < text.length(); ++i) {
         const char16_t unit = text[i] == u'"' ? u'\'' : text[i];
-        char buffer[8] = {static_cast<char>(unit)};
-        if (unit < u' ' || unit > u'~')
-            std::snprintf(buffer, sizeof buffer, "{%X}", unit);
-        shown += buffer;
+        char buffer[8] = {};
+        if (unit >= u' ' && unit <= u'~')
+            shown += static_cast<char>(unit);
+        else if (std::snprintf(buffer, sizeof buffer, "{%X}", unit) > 0)
+            shown += buffer;
     }
     return shown;
 }
