@@ -141,15 +141,10 @@ void AddInsert(CLI::App& app, Arguments& arguments)
                      "The cursor, or the ends of the selection, as offsets or LINE:COLUMN")
         ->required()
         ->type_name("START[-END]");
-    const auto addField = [insert](const std::string& name, TString& field, const std::string& description) {
-        return insert
-            ->add_option_function<std::string>(
-                name, [&field, name](const std::string& text) { field = FromUtf8(text, name); }, description)
-            ->type_name("NAME");
-    };
-    addField("--field", arguments.Field, "The field to insert")->required();
-    addField("--exclusive", arguments.ExclusiveField, "The field that stands alone in a filter")
-        ->default_val("All");
+    insert->add_option("--field", arguments.Field, "The field to insert")->required()->type_name("NAME");
+    insert->add_option("--exclusive", arguments.ExclusiveField, "The field that stands alone in a filter")
+        ->type_name("NAME")
+        ->capture_default_str();
     insert->add_flag("--caret", arguments.Caret, "Show the line with a caret below the new cursor, too");
     AddOutput(*insert, arguments);
     insert->footer(
@@ -198,7 +193,8 @@ void CheckArguments(const Arguments& arguments)
         if (!isOneFile && !arguments.InPlace && !arguments.Diff)
             throw CLI::ValidationError("FILE", "for more than one, give --in-place or --diff");
     }
-    if (arguments.Verb == "insert" && !corvanemarkup::VizInTooltip::IsFieldName(arguments.Field))
+    if (arguments.Verb == "insert" &&
+        !corvanemarkup::VizInTooltip::IsFieldName(FromUtf8(arguments.Field, "--field")))
         throw CLI::ValidationError("--field", Quoted(arguments.Field) + " cannot be the name of a field");
 }
 

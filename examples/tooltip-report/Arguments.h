@@ -40,8 +40,8 @@ struct Arguments
     bool Diff = false;
 
     std::string At;
-    TString Field;
-    TString ExclusiveField;
+    std::string Field;
+    std::string ExclusiveField = "All";
     bool Caret = false;
 };
 

@@ -153,7 +153,8 @@ int Insert(const Arguments& arguments)
     const TooltipFile tooltip = ReadTooltip(arguments.Files.front());
     const auto selection = ReadSelection(arguments.At, tooltip.Text);
     const auto insertion =
-        VizInTooltip::InsertFilterFieldAt(tooltip.Text, selection, arguments.Field, arguments.ExclusiveField);
+        VizInTooltip::InsertFilterFieldAt(tooltip.Text, selection, FromUtf8(arguments.Field, "--field"),
+                                          FromUtf8(arguments.ExclusiveField, "--exclusive"));
     if (!insertion) {
         Complain("no sheet element that can take this field has " + arguments.At +
                  " between its brackets; tooltip-report check tells what is wrong with elements");
