@@ -1,127 +1,124 @@
 #pragma once
 
-/// Comparing several code units at once. The only place that knows of vector instructions.
+/// Comparing several code units at once. The only place that knows of vector instructions: those of SSE2,
+/// which each x86-64 machine has, and of NEON, which each 64-bit Arm has. Any other machine has words of 64
+/// bits.
 
 #include <cstddef>
 #include <cstdint>
 
-#if defined(__SSE2__) && !defined(CORVANEMARKUP_PLAIN_BLOCKS)
+#if defined(CORVANEMARKUP_PLAIN_BLOCKS)
+#elif defined(__SSE2__)
 #define CORVANEMARKUP_SSE2_BLOCKS
 #include <emmintrin.h>
+#elif defined(__aarch64__) && defined(__ARM_NEON) && !defined(__ARM_BIG_ENDIAN)
+#define CORVANEMARKUP_NEON_BLOCKS
+#include <arm_neon.h>
 #endif
 
 namespace corvanemarkup::Internal {
 
-/// A bit for each code unit of a block, the lowest for the first.
-using UnitMask = std::uint32_t;
+// A `UnitBlock` is made of the `Length` code units from a pointer on. `MaskOf` tells which of them are a
+// character, which must be ASCII and not U+0000: by one bit for each unit, `BitsPerUnit` apart, the lowest
+// for the first. `LastUnit` is the bit of the last.
 
-/// `Length` code units, to be compared with ASCII characters other than U+0000.
+#if defined(CORVANEMARKUP_SSE2_BLOCKS)
+
 class UnitBlock
 {
 public:
+    using Mask = std::uint32_t;
     static constexpr std::size_t Length = 16;
+    static constexpr std::size_t BitsPerUnit = 1;
+    static constexpr Mask LastUnit = 0x8000;
 
-    /// The code units from `units` on.
-    explicit UnitBlock(const char16_t* units);
+    explicit UnitBlock(const char16_t* units)
+    {
+        const auto* const vectors = reinterpret_cast<const __m128i*>(units);
+        m_bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
+    }
 
-    /// Which of the code units are `unit`.
-    [[nodiscard]] UnitMask MaskOf(char16_t unit) const;
+    [[nodiscard]] Mask MaskOf(char16_t unit) const
+    {
+        const __m128i sought = _mm_set1_epi8(static_cast<char>(unit));
+        return static_cast<Mask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_bytes, sought)));
+    }
 
 private:
-#if defined(CORVANEMARKUP_SSE2_BLOCKS)
     /// The units as bytes: those beyond a byte become 255 or 0, and so none of the characters asked for.
     __m128i m_bytes;
-#else
-    const char16_t* m_units;
-#endif
 };
 
-/// The same with more code units at once.
-class WideUnitBlock
+#elif defined(CORVANEMARKUP_NEON_BLOCKS)
+
+class UnitBlock
 {
 public:
-    static constexpr std::size_t Length = 64;
+    using Mask = std::uint64_t;
+    static constexpr std::size_t Length = 16;
+    static constexpr std::size_t BitsPerUnit = 4;
+    static constexpr Mask LastUnit = 0x1000000000000000;
 
-    explicit WideUnitBlock(const char16_t* units) : m_units(units) {}
+    explicit UnitBlock(const char16_t* units)
+    {
+        const auto* const numbers = reinterpret_cast<const std::uint16_t*>(units);
+        m_bytes = vqmovn_high_u16(vqmovn_u16(vld1q_u16(numbers)), vld1q_u16(numbers + Length / 2));
+    }
 
-    [[nodiscard]] std::uint64_t MaskOf(char16_t unit) const;
-
-    /// Takes the code units by twos: which of these are `first` and `second`, or `second` and `third`. The
-    /// bit is that of the first of the two.
-    [[nodiscard]] std::uint64_t MaskOfTwos(char16_t first, char16_t second, char16_t third) const;
+    [[nodiscard]] Mask MaskOf(char16_t unit) const
+    {
+        const uint8x16_t equal = vceqq_u8(m_bytes, vdupq_n_u8(static_cast<std::uint8_t>(unit)));
+        // No instruction gives one bit of each byte, but a shift that narrows leaves four.
+        const uint8x8_t narrowed = vshrn_n_u16(vreinterpretq_u16_u8(equal), 4);
+        return vget_lane_u64(vreinterpret_u64_u8(narrowed), 0) & 0x1111111111111111;
+    }
 
 private:
-    const char16_t* m_units;
+    uint8x16_t m_bytes; ///< the units as bytes; those beyond a byte become 255
 };
-
-#if defined(CORVANEMARKUP_SSE2_BLOCKS)
-
-inline UnitBlock::UnitBlock(const char16_t* units)
-{
-    const auto* const vectors = reinterpret_cast<const __m128i*>(units);
-    m_bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
-}
-
-inline UnitMask UnitBlock::MaskOf(char16_t unit) const
-{
-    const __m128i sought = _mm_set1_epi8(static_cast<char>(unit));
-    return static_cast<UnitMask>(_mm_movemask_epi8(_mm_cmpeq_epi8(m_bytes, sought)));
-}
-
-inline std::uint64_t WideUnitBlock::MaskOfTwos(char16_t first, char16_t second, char16_t third) const
-{
-    const __m128i firstTwo = _mm_set1_epi16(static_cast<short>(second << 8 | first));
-    const __m128i lastTwo = _mm_set1_epi16(static_cast<short>(third << 8 | second));
-    const auto matches = [&](std::size_t at) {
-        const auto* const vectors = reinterpret_cast<const __m128i*>(m_units + at);
-        const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
-        return _mm_or_si128(_mm_cmpeq_epi16(bytes, firstTwo), _mm_cmpeq_epi16(bytes, lastTwo));
-    };
-    const __m128i parts[] = {matches(0), matches(16), matches(32), matches(48)};
-    const __m128i any = _mm_or_si128(_mm_or_si128(parts[0], parts[1]), _mm_or_si128(parts[2], parts[3]));
-    if (_mm_movemask_epi8(any) == 0)
-        return 0;
-    std::uint64_t mask = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(parts[i]))) << (16 * i);
-    return mask & 0x5555555555555555;
-}
 
 #else
 
-inline UnitBlock::UnitBlock(const char16_t* units) : m_units(units) {}
-
-inline UnitMask UnitBlock::MaskOf(char16_t unit) const
+class UnitBlock
 {
-    UnitMask mask = 0;
-    for (std::size_t i = 0; i < Length; ++i)
-        mask |= UnitMask(m_units[i] == unit) << i;
-    return mask;
-}
+public:
+    using Mask = std::uint64_t;
+    static constexpr std::size_t Length = 4;
+    static constexpr std::size_t BitsPerUnit = 16;
+    static constexpr Mask LastUnit = 0x8000000000000000;
 
-inline std::uint64_t WideUnitBlock::MaskOfTwos(char16_t first, char16_t second, char16_t third) const
-{
-    std::uint64_t mask = 0;
-    for (std::size_t i = 0; i < Length; i += 2) {
-        const bool isFirstTwo = m_units[i] == first && m_units[i + 1] == second;
-        const bool isLastTwo = m_units[i] == second && m_units[i + 1] == third;
-        mask |= std::uint64_t(isFirstTwo || isLastTwo) << i;
+    explicit UnitBlock(const char16_t* units)
+    {
+        // The first unit is the lowest, whatever the byte order; compilers make one load of it where they
+        // can.
+        const std::uint64_t word = std::uint64_t(units[0]) | std::uint64_t(units[1]) << 16 |
+                                   std::uint64_t(units[2]) << 32 | std::uint64_t(units[3]) << 48;
+        m_lowBits = word & LowBits;
+        m_noHighBit = ~word & ~LowBits;
     }
-    return mask;
-}
+
+    [[nodiscard]] Mask MaskOf(char16_t unit) const
+    {
+        // Where a low bit differs, the sum has the highest bit of the unit. Where that bit differs, it is set
+        // in the unit, since no character asked for has it.
+        const std::uint64_t difference = m_lowBits ^ (unit * OfEachUnit);
+        return ~(difference + LowBits) & m_noHighBit;
+    }
+
+private:
+    static constexpr std::uint64_t OfEachUnit = 0x0001000100010001;
+    static constexpr std::uint64_t LowBits = 0x7FFF * OfEachUnit;
+
+    std::uint64_t m_lowBits;   ///< of each unit, all but the highest
+    std::uint64_t m_noHighBit; ///< the highest bit of each unit, inverted
+};
 
 #endif
 
-inline std::uint64_t WideUnitBlock::MaskOf(char16_t unit) const
-{
-    std::uint64_t mask = 0;
-    for (std::size_t i = 0; i < Length; i += UnitBlock::Length)
-        mask |= std::uint64_t(UnitBlock(m_units + i).MaskOf(unit)) << i;
-    return mask;
-}
+using UnitMask = UnitBlock::Mask;
 
 /// The position of the lowest bit of a mask that isn't 0.
-[[nodiscard]] inline std::size_t FirstIn(std::uint64_t mask)
+[[nodiscard]] inline std::size_t LowestBit(std::uint64_t mask)
 {
 #if defined(__GNUC__)
     return static_cast<std::size_t>(__builtin_ctzll(mask));
@@ -132,5 +129,66 @@ inline std::uint64_t WideUnitBlock::MaskOf(char16_t unit) const
     return position;
 #endif
 }
+
+/// The place in its block of the first unit of a mask that isn't 0.
+[[nodiscard]] inline std::size_t FirstIn(UnitMask mask)
+{
+    return LowestBit(mask) / UnitBlock::BitsPerUnit;
+}
+
+/// The mask without its first `count` units, fewer than a block has, so that the next one is the first.
+[[nodiscard]] inline UnitMask After(UnitMask mask, std::size_t count)
+{
+    return mask >> (count * UnitBlock::BitsPerUnit);
+}
+
+/// 64 code units. Its masks have one bit for each.
+class WideUnitBlock
+{
+public:
+    static constexpr std::size_t Length = 64;
+
+    explicit WideUnitBlock(const char16_t* units) : m_units(units) {}
+
+    [[nodiscard]] std::uint64_t MaskOf(char16_t unit) const
+    {
+        std::uint64_t mask = 0;
+        for (std::size_t i = 0; i < Length; i += UnitBlock::Length) {
+            UnitMask part = UnitBlock(m_units + i).MaskOf(unit);
+            if constexpr (UnitBlock::BitsPerUnit == 1)
+                mask |= std::uint64_t(part) << i;
+            else
+                for (; part != 0; part &= part - 1)
+                    mask |= std::uint64_t(1) << (i + FirstIn(part));
+        }
+        return mask;
+    }
+
+#if defined(CORVANEMARKUP_SSE2_BLOCKS)
+    /// Takes the code units by twos: which of these are `first` and `second`, or `second` and `third`. The
+    /// bit is that of the first of the two.
+    [[nodiscard]] std::uint64_t MaskOfTwos(char16_t first, char16_t second, char16_t third) const
+    {
+        const __m128i firstTwo = _mm_set1_epi16(static_cast<short>(second << 8 | first));
+        const __m128i lastTwo = _mm_set1_epi16(static_cast<short>(third << 8 | second));
+        const auto matches = [&](std::size_t at) {
+            const auto* const vectors = reinterpret_cast<const __m128i*>(m_units + at);
+            const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
+            return _mm_or_si128(_mm_cmpeq_epi16(bytes, firstTwo), _mm_cmpeq_epi16(bytes, lastTwo));
+        };
+        const __m128i parts[] = {matches(0), matches(16), matches(32), matches(48)};
+        const __m128i any = _mm_or_si128(_mm_or_si128(parts[0], parts[1]), _mm_or_si128(parts[2], parts[3]));
+        if (_mm_movemask_epi8(any) == 0)
+            return 0;
+        std::uint64_t mask = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(parts[i]))) << (16 * i);
+        return mask & 0x5555555555555555;
+    }
+#endif
+
+private:
+    const char16_t* m_units;
+};
 
 } // namespace corvanemarkup::Internal

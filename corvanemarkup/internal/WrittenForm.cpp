@@ -107,7 +107,7 @@ public:
                 return NotFound;
             ReadFrom(m_end);
         }
-        const std::size_t position = m_start + FirstIn(m_mask);
+        const std::size_t position = m_start + LowestBit(m_mask);
         m_mask &= m_mask - 1;
         return position;
     }
