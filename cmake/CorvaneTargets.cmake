@@ -49,6 +49,11 @@ function(corvane_add_library name)
     set_target_properties(${name} PROPERTIES LINK_DEPENDS ${exports})
   endif()
 
+  if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # What a header defines needn't come from the library.
+    target_compile_options(${name} PRIVATE -fno-keep-inline-dllexport)
+  endif()
+
   set(generated ${PROJECT_BINARY_DIR}/generated)
   generate_export_header(${name} EXPORT_FILE_NAME ${generated}/${name}/Export.h)
   if(NOT BUILD_SHARED_LIBS)

@@ -1,0 +1,2 @@
+# Hosts in C++23.
+set(CMAKE_CXX_STANDARD 23)
