@@ -1,95 +1,54 @@
 #include "EditorWindow.h"
 
+#include "Preview.h"
 #include "QtText.h"
-#include "TooltipEdit.h"
 #include "TooltipFile.h"
-#include "TooltipMarkup.h"
 
+#include <corvanemarkup/Version.h>
 #include <corvanemarkup/VizInTooltip.h>
 
-#include <QAction>
-#include <QCloseEvent>
-#include <QFileDialog>
-#include <QFontDatabase>
-#include <QInputDialog>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QSplitter>
-#include <QStatusBar>
-#include <QTreeWidget>
-#include <QVBoxLayout>
-
-#include <algorithm>
 #include <stdexcept>
 
 namespace editor {
 
-using namespace corvanemarkup;
-
-namespace {
-
-/// Adds the widget below its title, whose underlined letter leads to it.
-void AddTitled(QBoxLayout* layout, const QString& title, QWidget* widget, int stretch)
-{
-    auto* label = new QLabel(title);
-    label->setBuddy(widget);
-    layout->addWidget(label);
-    layout->addWidget(widget, stretch);
-}
-
-} // namespace
-
-EditorWindow::EditorWindow(QStringList fields, QWidget* parent)
-    : QMainWindow(parent), m_fields(std::move(fields)), m_edit(new TooltipEdit), m_sheets(new QTreeWidget),
-      m_changes(new QListWidget), m_fieldName(new QLineEdit), m_fieldList(new QListWidget),
-      m_place(new QLabel)
+EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNames))
 {
     m_edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
-    auto* text = new QWidget;
-    AddTitled(new QVBoxLayout(text), tr("&Tooltip"), m_edit, 1);
-    auto* splitter = new QSplitter;
-    splitter->addWidget(text);
-    splitter->addWidget(MakePanel());
-    splitter->setStretchFactor(0, 1);
-    setCentralWidget(splitter);
-    MakeMenus();
+    m_edit->setMinimumSize(330, 80); // in a narrow window, the lists give way
+    m_searched->setPlaceholderText(tr("Find: Enter or F3 for the next, Shift+F3 for the one before"));
+    m_searched->hide();
+    auto* centre = new QWidget;
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_edit);
+    layout->addWidget(m_searched);
+    setCentralWidget(centre);
     m_place->setTextFormat(Qt::PlainText);
     m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
     statusBar()->addWidget(m_place, 1);
-    resize(1000, 640);
+    statusBar()->addPermanentWidget(m_position);
+    resize(QSize(1100, 720).boundedTo(screen()->availableSize() - QSize(10, 40))); // room for the frame
+    MakeMenus();
+    MakeDocks();
+    restoreState(QSettings().value(QStringLiteral("docks")).toByteArray());
 
-    m_panelDelay.setSingleShot(true);
-    m_panelDelay.setInterval(300);
-    connect(&m_panelDelay, &QTimer::timeout, this, &EditorWindow::UpdatePanel);
-    connect(m_edit, &TooltipEdit::textChanged, &m_panelDelay, qOverload<>(&QTimer::start));
+    m_pause.setSingleShot(true);
+    m_pause.setInterval(300);
+    connect(&m_pause, &QTimer::timeout, this, &EditorWindow::UpdateViews);
+    connect(m_edit, &TooltipEdit::textChanged, &m_pause, qOverload<>(&QTimer::start));
     connect(m_edit, &TooltipEdit::textChanged, this, &EditorWindow::ShowPlace);
     connect(m_edit, &TooltipEdit::cursorPositionChanged, this, &EditorWindow::ShowPlace);
     connect(m_edit->document(), &QTextDocument::modificationChanged, this, &QWidget::setWindowModified);
-    connect(m_sheets, &QTreeWidget::itemActivated, this, &EditorWindow::RenameSheet);
-    connect(m_fieldList, &QListWidget::itemActivated, this,
-            [this](const QListWidgetItem* item) { InsertField(item->text()); });
+    connect(m_searched, &QLineEdit::returnPressed, this, [this] { Find(true); });
+    connect(m_sheets, &QTreeWidget::itemActivated, this, &EditorWindow::GoToSheet);
+    connect(m_fields, &QListWidget::itemActivated, this,
+            [this] { InsertField(m_fields->currentItem()->text()); });
     connect(m_fieldName, &QLineEdit::returnPressed, this, [this] { InsertField(m_fieldName->text()); });
+    connect(m_faults, &QListWidget::itemActivated, this, [this] {
+        m_edit->GoTo(m_edit->Faults()[static_cast<std::size_t>(m_faults->currentRow())].Range.start);
+    });
     SetText({}, {});
-}
-
-QWidget* EditorWindow::MakePanel()
-{
-    auto* panel = new QWidget;
-    auto* layout = new QVBoxLayout(panel);
-    m_sheets->setHeaderHidden(true);
-    m_sheets->setUniformRowHeights(true);
-    m_sheets->setExpandsOnDoubleClick(false); // it renames
-    m_fieldList->setUniformItemSizes(true);
-    AddTitled(layout, tr("S&heets and their filter fields (F2 renames)"), m_sheets, 3);
-    AddTitled(layout, tr("Filters &changed since it was opened or saved"), m_changes, 1);
-    AddTitled(layout, tr("F&ield to insert into the filter"), m_fieldName, 0);
-    m_fieldName->setPlaceholderText(tr("Another field, then Enter"));
-    layout->addWidget(m_fieldList, 2);
-    return panel;
 }
 
 void EditorWindow::MakeMenus()
@@ -107,20 +66,99 @@ void EditorWindow::MakeMenus()
             Open(path);
     });
     file->addAction(tr("&Save"), QKeySequence::Save, this, &EditorWindow::Save);
-    file->addAction(tr("Save &As..."), QKeySequence(tr("Ctrl+Shift+S")), this, &EditorWindow::SaveAs);
+    file->addAction(tr("Save &As..."), QKeySequence(tr("Ctrl+Shift+S")), this,
+                    [this] { Write(QFileDialog::getSaveFileName(this, {}, m_path)); });
     file->addAction(tr("&Quit"), QKeySequence(tr("Ctrl+Q")), this, &QWidget::close);
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-    QAction* undo = edit->addAction(tr("&Undo"), QKeySequence::Undo, m_edit, &QPlainTextEdit::undo);
-    QAction* redo = edit->addAction(tr("&Redo"), QKeySequence::Redo, m_edit, &QPlainTextEdit::redo);
-    for (QAction* action : {undo, redo})
-        action->setEnabled(false);
-    connect(m_edit, &QPlainTextEdit::undoAvailable, undo, &QAction::setEnabled);
-    connect(m_edit, &QPlainTextEdit::redoAvailable, redo, &QAction::setEnabled);
+    edit->addAction(tr("&Undo"), QKeySequence::Undo, m_edit, &QPlainTextEdit::undo);
+    edit->addAction(tr("&Redo"), m_edit, &QPlainTextEdit::redo)
+        ->setShortcuts({QKeySequence(tr("Ctrl+Y")), QKeySequence(tr("Ctrl+Shift+Z"))});
     edit->addSeparator();
-    edit->addAction(tr("&Insert Field"), QKeySequence(tr("Ctrl+I")), this,
-                    [this] { m_fieldList->setFocus(Qt::ShortcutFocusReason); });
+    edit->addAction(tr("&Complete"), QKeySequence(tr("Ctrl+Space")), m_edit, &TooltipEdit::Complete);
+    edit->addAction(tr("&Insert Field"), QKeySequence(tr("Ctrl+I")), this, &EditorWindow::GoToFields);
     edit->addAction(tr("Rename &Sheet..."), QKeySequence(tr("F2")), this, &EditorWindow::RenameSheet);
+    edit->addSeparator();
+    edit->addAction(tr("&Find..."), QKeySequence::Find, this, [this] {
+        m_searched->show();
+        m_searched->setFocus();
+        m_searched->selectAll();
+    });
+    edit->addAction(tr("Find &Next"), QKeySequence(tr("F3")), this, [this] { Find(true); });
+    edit->addAction(tr("Find &Previous"), QKeySequence(tr("Shift+F3")), this, [this] { Find(false); });
+    edit->addAction(tr("Next F&ault"), QKeySequence(tr("F8")), this, [this] { m_edit->GoToFault(true); });
+    edit->addAction(tr("Previous Fau&lt"), QKeySequence(tr("Shift+F8")), this,
+                    [this] { m_edit->GoToFault(false); });
+
+    m_view = menuBar()->addMenu(tr("&View"));
+    m_view->addAction(tr("&Text"), QKeySequence(tr("Esc")), this, [this] {
+        m_searched->hide();
+        m_edit->setFocus();
+    });
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Keys"), QKeySequence(tr("F1")), this, [this] {
+        QString keys =
+            tr("<: completes an element\nEnter, in a list: goes to the sheet or fault, inserts the field");
+        for (const QAction* action : findChildren<QAction*>())
+            if (!action->shortcut().isEmpty())
+                keys += QStringLiteral("\n%1: %2")
+                            .arg(action->shortcut().toString(), action->text().remove(u'&'));
+        Say(keys);
+    });
+    help->addAction(tr("&About"), this, [this] {
+        Say(tr("%1 %2\nEdits the markup of tooltip templates. It stands on corvanemarkup %3.")
+                .arg(QApplication::applicationDisplayName(), QApplication::applicationVersion(),
+                     QString::fromLatin1(GetVersion())));
+    });
+}
+
+QDockWidget* EditorWindow::AddDock(const QString& title, QWidget* content, const QString& key)
+{
+    auto* dock = new QDockWidget(title);
+    dock->setObjectName(title); // by which its place is remembered
+    dock->setWidget(content);
+    content->setMinimumSize(60, 40);
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    m_view->addAction(title, QKeySequence(key), this, [dock, content] {
+        dock->show();
+        dock->raise();
+        content->setFocus(Qt::ShortcutFocusReason);
+    });
+    return dock;
+}
+
+void EditorWindow::MakeDocks()
+{
+    auto* fields = new QWidget;
+    fields->setFocusProxy(m_fieldName);
+    auto* layout = new QVBoxLayout(fields);
+    layout->addWidget(m_fieldName);
+    layout->addWidget(m_fields);
+    m_fieldName->setPlaceholderText(tr("Another field, then Enter"));
+    m_sheets->setHeaderHidden(true);
+    m_sheets->setUniformRowHeights(true);
+    m_sheets->setExpandsOnDoubleClick(false); // it goes to the sheet
+    m_changes->setToolTip(tr("Sheets with other filters than when the file was opened or saved"));
+    m_faults->setUniformItemSizes(true);
+
+    m_preview->setReadOnly(true);
+    // A scroll bar that comes and goes would change the scale, and so come and go.
+    m_preview->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    m_preview->viewport()->installEventFilter(this);
+
+    m_previewDock = AddDock(tr("Preview"), m_preview, tr("Ctrl+1"));
+    QDockWidget* sheetsDock = AddDock(tr("Sheets"), m_sheets, tr("Ctrl+2"));
+    m_fieldsDock = AddDock(tr("Fields"), fields, tr("Ctrl+3"));
+    tabifyDockWidget(sheetsDock, m_fieldsDock);
+    tabifyDockWidget(sheetsDock, AddDock(tr("Changes"), m_changes, tr("Ctrl+4")));
+    m_faultsDock = AddDock(tr("Faults"), m_faults, tr("Ctrl+5"));
+    addDockWidget(Qt::BottomDockWidgetArea, m_faultsDock);
+    const bool isLow = height() < 500;
+    if (isLow)
+        tabifyDockWidget(sheetsDock, m_previewDock);
+    (isLow ? m_previewDock : sheetsDock)->raise();
+    resizeDocks({m_previewDock}, {width() * 2 / 5}, Qt::Horizontal);
+    resizeDocks({m_faultsDock}, {isLow ? 60 : 110}, Qt::Vertical);
 }
 
 bool EditorWindow::Open(const QString& path)
@@ -129,22 +167,21 @@ bool EditorWindow::Open(const QString& path)
         SetText(ReadTooltipFile(path), path);
         return true;
     } catch (const std::runtime_error& error) {
-        Warn(QString::fromUtf8(error.what()));
+        Say(QString::fromUtf8(error.what()));
         return false;
     }
 }
 
 void EditorWindow::SetText(const QString& text, const QString& path)
 {
-    const QString carriageReturnLineFeed = QStringLiteral("\r\n");
-    m_lineEnd = text.contains(carriageReturnLineFeed) ? carriageReturnLineFeed : QStringLiteral("\n");
+    m_lineEnd = text.contains(QStringLiteral("\r\n")) ? QStringLiteral("\r\n") : QStringLiteral("\n");
     m_edit->setPlainText(text);
     m_edit->setFocus();
-    TakeAsSaved(path);
+    TakeAsSaved(path, text);
     if (ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd) != text) {
         m_edit->document()->setModified();
-        Warn(tr("This file has line ends of several kinds, or characters that count as line ends here. "
-                "Saving makes them all the same."));
+        Say(tr("This file has line ends of several kinds, or characters that count as line ends here. "
+               "Saving makes them all the same."));
     }
 }
 
@@ -152,71 +189,129 @@ bool EditorWindow::MayLoseChanges()
 {
     if (!isWindowModified())
         return true;
-    switch (QMessageBox::question(this, {}, tr("Save the changes to this tooltip?"),
-                                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel)) {
-    case QMessageBox::Save:
-        return Save();
-    case QMessageBox::Discard:
-        return true;
-    default:
-        return false;
-    }
+    const auto answer = Say(tr("Save the changes to this tooltip?"),
+                            QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && Save());
 }
 
 bool EditorWindow::Save()
 {
-    return m_path.isEmpty() ? SaveAs() : Write(m_path);
-}
-
-bool EditorWindow::SaveAs()
-{
-    const QString path = QFileDialog::getSaveFileName(this, {}, m_path);
-    return !path.isEmpty() && Write(path);
+    if (m_path.isEmpty())
+        return Write(QFileDialog::getSaveFileName(this));
+    if (QFileInfo::exists(m_path) && TextOnDisk() != m_textOnDisk &&
+        Say(tr("%1 was changed on disk after it was opened. Save over it all the same?").arg(m_path),
+            QMessageBox::Save | QMessageBox::Cancel) != QMessageBox::Save)
+        return false;
+    return Write(m_path);
 }
 
 bool EditorWindow::Write(const QString& path)
 {
+    if (path.isEmpty())
+        return false;
+    const QString text = ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd);
     try {
-        WriteTooltipFile(path, ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd));
+        WriteTooltipFile(path, text);
     } catch (const std::runtime_error& error) {
-        Warn(QString::fromUtf8(error.what()));
+        Say(QString::fromUtf8(error.what()));
         return false;
     }
-    TakeAsSaved(path);
+    TakeAsSaved(path, text);
     return true;
 }
 
-void EditorWindow::TakeAsSaved(const QString& path)
+void EditorWindow::TakeAsSaved(const QString& path, const QString& text)
 {
     m_path = path;
+    m_textOnDisk = text;
+    m_refusedText = text;
     m_savedTooltip = m_edit->Tooltip();
     m_edit->document()->setModified(false);
     setWindowModified(false); // an empty text set anew tells that it was modified, and not that it isn't
     setWindowFilePath(path.isEmpty() ? tr("Untitled") : path);
-    UpdatePanel();
+    UpdateViews();
+}
+
+std::optional<QString> EditorWindow::TextOnDisk() const
+{
+    try {
+        return ReadTooltipFile(m_path);
+    } catch (const std::runtime_error&) {
+        return {};
+    }
+}
+
+void EditorWindow::AskAboutNewerFile()
+{
+    if (m_path.isEmpty() || QApplication::activeModalWidget() != nullptr)
+        return;
+    const auto text = TextOnDisk();
+    if (!text || text == m_textOnDisk || text == m_refusedText)
+        return;
+    m_refusedText = *text;
+    const QString loss = isWindowModified() ? tr(" The changes made here are lost then.") : QString();
+    const int position = m_edit->textCursor().position();
+    if (Say(tr("%1 was changed on disk. Open it anew?").arg(m_path) + loss,
+            QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes &&
+        Open(m_path))
+        m_edit->GoTo(position);
+}
+
+void EditorWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        UpdateViews();
+    else if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        QTimer::singleShot(0, this, &EditorWindow::AskAboutNewerFile); // once the event is done with
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(MayLoseChanges());
+    QSettings().setValue(QStringLiteral("docks"), saveState());
 }
 
-void EditorWindow::UpdatePanel()
+bool EditorWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    m_panelDelay.stop();
+    if (event->type() == QEvent::Resize) // of the preview
+        m_pause.start();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void EditorWindow::UpdateViews()
+{
+    m_pause.stop();
     const TString& tooltip = m_edit->Tooltip();
-    auto sheets = VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip);
-    for (const TString& sheet : VizInTooltip::GetTargetSheetNamesFromTooltipText(tooltip))
+    auto sheets = GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip);
+    for (const TString& sheet : GetTargetSheetNamesFromTooltipText(tooltip))
         sheets.try_emplace(sheet); // those whose filters hold no fields
     if (sheets != m_shownSheets) {
         m_shownSheets = std::move(sheets);
         ShowSheets();
     }
     ShowFields();
+    QStringList lines;
+    for (const TString& sheet : CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(m_savedTooltip, tooltip))
+        lines.append(ToQString(sheet));
     m_changes->clear();
-    for (const TString& sheet :
-         VizInTooltip::CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(m_savedTooltip, tooltip))
-        m_changes->addItem(ToQString(sheet));
+    m_changes->addItems(lines);
+
+    m_edit->FindFaults();
+    lines.clear();
+    for (const MarkupFault& fault : m_edit->Faults()) {
+        const auto start = static_cast<int>(fault.Range.start);
+        const QTextBlock line = m_edit->document()->findBlock(start);
+        lines.append(QStringLiteral("%1:%2  %3: %4")
+                         .arg(line.blockNumber() + 1)
+                         .arg(start - line.position() + 1)
+                         .arg(fault.IsError ? tr("Error") : tr("Warning"), SentenceOn(fault.Kind)));
+    }
+    m_faults->clear();
+    m_faults->addItems(lines);
+    m_faultsDock->setWindowTitle(tr("Faults: %L1").arg(lines.size()));
+    DrawPreview(*m_preview, tooltip, m_edit->Elements(), m_shownFields);
+    ShowPlace();
 }
 
 void EditorWindow::ShowSheets()
@@ -245,54 +340,94 @@ QString EditorWindow::CurrentSheet() const
 
 void EditorWindow::ShowFields()
 {
-    QStringList names = QStringList(QStringLiteral("All")) + m_fields;
-    for (const TString& field : VizInTooltip::GetFilterFieldsFromSheetMarkupInTooltipText(m_edit->Tooltip()))
-        names.append(ToQString(field));
-    names.removeDuplicates();
-    if (names == m_shownFields)
+    KnownNames names = m_hostNames;
+    for (const TString& field : GetFilterFieldsFromSheetMarkupInTooltipText(m_edit->Tooltip()))
+        names.Fields.append(ToQString(field));
+    for (const auto& [sheet, fields] : m_shownSheets)
+        names.Sheets.append(ToQString(sheet));
+    names.Fields.removeAll(AllFields);
+    names.Fields.removeDuplicates();
+    names.Sheets.removeDuplicates();
+    m_edit->SetKnownNames(names);
+    names.Fields.prepend(AllFields);
+    if (names.Fields == m_shownFields)
         return;
-    const QString current = m_shownFields.value(m_fieldList->currentRow());
-    m_shownFields = names;
-    m_fieldList->clear();
-    m_fieldList->addItems(names);
-    m_fieldList->setCurrentRow(std::max(static_cast<int>(names.indexOf(current)), 0));
+    const QString current = m_shownFields.value(m_fields->currentRow());
+    m_shownFields = names.Fields;
+    m_fields->clear();
+    m_fields->addItems(m_shownFields);
+    m_fields->setCurrentRow(std::max(static_cast<int>(m_shownFields.indexOf(current)), 0));
 }
 
 void EditorWindow::ShowPlace()
 {
+    const QTextCursor cursor = m_edit->textCursor();
+    m_position->setText(tr("Line %1, column %2 | UTF-16 offset %3")
+                            .arg(cursor.blockNumber() + 1)
+                            .arg(cursor.positionInBlock() + 1)
+                            .arg(cursor.position()));
     const auto* element = m_edit->ElementAtSelection();
-    if (element == nullptr) {
-        m_place->setText(tr("Between elements"));
+    const QString sheet = element == nullptr ? QString() : SheetOf(m_edit->Tooltip(), *element).simplified();
+    const QString faults = m_edit->FaultsAt(cursor.position());
+    const QString place = element == nullptr ? tr("Between elements") : tr("Element");
+    m_place->setText(!faults.isEmpty() ? faults : sheet.isEmpty() ? place : tr("Sheet \"%1\"").arg(sheet));
+}
+
+void EditorWindow::Find(bool forwards)
+{
+    const auto direction = forwards ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
+    const QString searched = m_searched->text();
+    const QTextCursor before = m_edit->textCursor();
+    if (searched.isEmpty() || m_edit->find(searched, direction))
+        return;
+    m_edit->moveCursor(forwards ? QTextCursor::Start : QTextCursor::End);
+    if (m_edit->find(searched, direction))
+        return;
+    m_edit->setTextCursor(before);
+    statusBar()->showMessage(tr("\"%1\" doesn't occur.").arg(searched), 5000);
+}
+
+void EditorWindow::GoToSheet()
+{
+    const int position = m_edit->textCursor().position();
+    const ElementRanges* found = nullptr; // the next one, or else the first
+    for (const ElementRanges& element : m_edit->Elements()) {
+        const bool isNext = element.Element.start > position;
+        const bool isBetter = found == nullptr || (isNext && found->Element.start <= position);
+        if (isBetter && SheetOf(m_edit->Tooltip(), element) == CurrentSheet())
+            found = &element;
+    }
+    if (found != nullptr)
+        m_edit->GoTo(found->Content.start);
+}
+
+void EditorWindow::GoToFields()
+{
+    const QString reason = m_edit->InsertFilterField(AllFields, true);
+    if (!reason.isEmpty()) {
+        statusBar()->showMessage(reason, 5000);
         return;
     }
-    const TString sheet = SheetOf(m_edit->Tooltip(), *element);
-    const QString faults = m_edit->FaultsAt(m_edit->textCursor().position());
-    if (!faults.isEmpty())
-        m_place->setText(faults);
-    else if (!sheet.empty())
-        m_place->setText(tr("Sheet \"%1\"").arg(ToQString(sheet).simplified()));
-    else
-        m_place->setText(tr("Element"));
+    m_fieldsDock->show();
+    m_fieldsDock->raise();
+    m_fields->setFocus(Qt::ShortcutFocusReason);
 }
 
 void EditorWindow::InsertField(const QString& field)
 {
     const QString reason = m_edit->InsertFilterField(field);
+    statusBar()->showMessage(reason, 5000);
     if (reason.isEmpty())
         m_edit->setFocus();
-    else
-        statusBar()->showMessage(reason, 5000);
 }
 
 void EditorWindow::RenameSheet()
 {
-    QString sheet;
-    if (m_sheets->hasFocus())
-        sheet = CurrentSheet();
-    else if (const auto* element = m_edit->ElementAtSelection())
-        sheet = ToQString(SheetOf(m_edit->Tooltip(), *element));
+    const ElementRanges* element = m_edit->ElementAtSelection();
+    const QString atCursor = element == nullptr ? QString() : SheetOf(m_edit->Tooltip(), *element);
+    const QString sheet = m_sheets->hasFocus() ? CurrentSheet() : atCursor;
     if (sheet.isEmpty()) {
-        statusBar()->showMessage(tr("Put the cursor into a valid sheet element first, or pick a sheet."),
+        statusBar()->showMessage(tr("Put the cursor into a valid sheet element, or pick a sheet, first."),
                                  5000);
         return;
     }
@@ -300,18 +435,17 @@ void EditorWindow::RenameSheet()
         QInputDialog::getText(this, {}, tr("New name of the sheet"), QLineEdit::Normal, sheet);
     if (newName.isEmpty() || newName == sheet)
         return;
-    const int count = m_edit->RenameTargetSheet(sheet, newName);
-    statusBar()->showMessage(tr("Elements changed: %1").arg(count), 5000);
-    UpdatePanel();
-    const auto items = m_sheets->findItems(newName, Qt::MatchFixedString | Qt::MatchCaseSensitive);
-    m_sheets->setCurrentItem(items.value(0));
+    statusBar()->showMessage(tr("Elements changed: %1").arg(m_edit->RenameTargetSheet(sheet, newName)), 5000);
+    UpdateViews();
+    m_sheets->setCurrentItem(
+        m_sheets->findItems(newName, Qt::MatchFixedString | Qt::MatchCaseSensitive).value(0));
 }
 
-void EditorWindow::Warn(const QString& message)
+QMessageBox::StandardButton EditorWindow::Say(const QString& text, QMessageBox::StandardButtons buttons)
 {
-    QMessageBox box(QMessageBox::Warning, {}, message, QMessageBox::Ok, this);
+    QMessageBox box(QMessageBox::NoIcon, {}, text, buttons, this);
     box.setTextFormat(Qt::PlainText); // a file's name may look like markup
-    box.exec();
+    return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
 } // namespace editor

@@ -1,74 +1,85 @@
 #pragma once
 
-#include <corvaneplatform/TString.h>
+#include "TooltipEdit.h"
 
-#include <QMainWindow>
-#include <QTimer>
+#include <QtWidgets>
 
 #include <map>
+#include <optional>
 #include <set>
-
-class QLabel;
-class QLineEdit;
-class QListWidget;
-class QTreeWidget;
 
 namespace editor {
 
-class TooltipEdit;
-
-/// The tooltip on the left, and on the right what the library tells of it and the fields to insert.
+/// The tooltip, and around it what the library tells of it: a sketch, the sheets, the fields to insert, what
+/// changed, and the faults. All of these follow the text after a pause.
 class EditorWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// `fields` are those of the host's data. The list shows them beside those that the tooltip has in its
-    /// filters.
-    explicit EditorWindow(QStringList fields, QWidget* parent = nullptr);
+    /// `hostNames` are those of the host's data. They are offered beside those that the tooltip has.
+    explicit EditorWindow(KnownNames hostNames);
 
-    /// False if the file can't be read; the user has been told then, and the window is as it was. Asks
-    /// nothing.
+    /// False if the file can't be read; the user has been told then, and the window is as it was.
     bool Open(const QString& path);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void MakeMenus();
-    QWidget* MakePanel();
+    void MakeDocks();
+    QDockWidget* AddDock(const QString& title, QWidget* content, const QString& key);
 
     /// False if the user wants to keep the changes and they can't be saved, or wants to go on.
     bool MayLoseChanges();
     bool Save();
-    bool SaveAs();
     bool Write(const QString& path);
     void SetText(const QString& text, const QString& path);
-    void TakeAsSaved(const QString& path);
+    void TakeAsSaved(const QString& path, const QString& text);
+    /// The text of the file that is open; none if it can't be read.
+    [[nodiscard]] std::optional<QString> TextOnDisk() const;
+    void AskAboutNewerFile();
 
-    void UpdatePanel();
+    void UpdateViews();
     void ShowSheets();
-    [[nodiscard]] QString CurrentSheet() const; ///< in the panel; empty if there is none
+    [[nodiscard]] QString CurrentSheet() const; ///< in the list; empty if there is none
     void ShowFields();
     void ShowPlace();
+    void Find(bool forwards);
+    void GoToSheet();
+    void GoToFields();
     void InsertField(const QString& field);
     void RenameSheet();
-    void Warn(const QString& message);
+    QMessageBox::StandardButton Say(const QString& text,
+                                    QMessageBox::StandardButtons buttons = QMessageBox::Ok);
 
-    QStringList m_fields;
+    KnownNames m_hostNames;
     QString m_path;
-    QString m_lineEnd = QStringLiteral("\n");
+    QString m_lineEnd;
+    QString m_textOnDisk;  ///< as it was read or written last
+    QString m_refusedText; ///< a newer one, which the user didn't want to open
     TString m_savedTooltip;
     std::map<TString, std::set<TString>> m_shownSheets;
     QStringList m_shownFields;
-    QTimer m_panelDelay;
+    QTimer m_pause;
 
-    TooltipEdit* m_edit;
-    QTreeWidget* m_sheets;
-    QListWidget* m_changes;
-    QLineEdit* m_fieldName;
-    QListWidget* m_fieldList;
-    QLabel* m_place;
+    TooltipEdit* m_edit = new TooltipEdit;
+    QLineEdit* m_searched = new QLineEdit;
+    QTextEdit* m_preview = new QTextEdit;
+    QTreeWidget* m_sheets = new QTreeWidget;
+    QLineEdit* m_fieldName = new QLineEdit;
+    QListWidget* m_fields = new QListWidget;
+    QListWidget* m_changes = new QListWidget;
+    QListWidget* m_faults = new QListWidget;
+    QLabel* m_place = new QLabel;
+    QLabel* m_position = new QLabel;
+    QMenu* m_view = nullptr;
+    QDockWidget* m_previewDock = nullptr;
+    QDockWidget* m_fieldsDock = nullptr;
+    QDockWidget* m_faultsDock = nullptr;
 };
 
 } // namespace editor

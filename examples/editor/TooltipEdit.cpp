@@ -1,64 +1,17 @@
 #include "TooltipEdit.h"
 
 #include "QtText.h"
-#include "TooltipMarkup.h"
 
 #include <corvanemarkup/SheetMarkupConstants.h>
 
-#include <QHelpEvent>
-#include <QKeyEvent>
-#include <QMimeData>
-#include <QScrollBar>
-#include <QToolTip>
+#include <QtWidgets>
 
 #include <algorithm>
+#include <map>
 
 namespace editor {
 
-using namespace corvanemarkup;
-using namespace corvanemarkup::VizInTooltip;
-
 namespace {
-
-struct ElementFormats
-{
-    QTextCharFormat Element;
-    QTextCharFormat SheetName;
-    QTextCharFormat Field;
-};
-
-/// Colours that can be read on the background. Faults are underlined, too, so that no one needs to see
-/// colours.
-ElementFormats FormatsOf(ElementKind kind, const QColor& background)
-{
-    const bool isDark = background.lightness() < 128;
-    const auto ink = [isDark](int hue) { return QColor::fromHsl(hue, 200, isDark ? 190 : 75); };
-    const auto tint = [isDark](int hue) { return QColor::fromHsl(hue, 120, isDark ? 50 : 235); };
-    constexpr int blue = 215;
-    constexpr int green = 130;
-    constexpr int red = 0;
-    constexpr int violet = 285;
-    ElementFormats formats;
-    formats.Element.setUnderlineColor(ink(red));
-    formats.SheetName.setForeground(ink(violet));
-    formats.Field.setForeground(ink(blue));
-    switch (kind) {
-    case ElementKind::Plain:
-        formats.Element.setForeground(ink(blue));
-        break;
-    case ElementKind::Unfinished:
-        formats.Element.setUnderlineStyle(QTextCharFormat::DashUnderline);
-        break;
-    case ElementKind::Sheet:
-        formats.Element.setBackground(tint(green));
-        break;
-    case ElementKind::InvalidSheet:
-        formats.Element.setBackground(tint(red));
-        formats.Element.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-        break;
-    }
-    return formats;
-}
 
 /// With U+000A for each line end. Qt's plain text would have a space for U+00A0, and a line end for U+2028.
 TString TextOf(const QTextDocument& document)
@@ -72,29 +25,57 @@ TString AsInDocument(const QString& name)
     return TextOf(QTextDocument(name));
 }
 
+/// Of different shapes, so that no one needs to see colours.
+QTextCharFormat FormatOf(const MarkupFault& fault, const QPalette& palette)
+{
+    QTextCharFormat format;
+    format.setUnderlineColor(Ink(palette, fault.IsError ? Red : Amber));
+    format.setUnderlineStyle(fault.IsError ? QTextCharFormat::WaveUnderline : QTextCharFormat::DashUnderline);
+    return format;
+}
+
 } // namespace
 
-TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent)
+TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumbers(new QWidget(this))
 {
-    // The other modes take quadratic time on a long line without spaces.
-    setWordWrapMode(QTextOption::WrapAnywhere);
     // For the keyboard; in a sheet element a tab wouldn't separate anyway.
     setTabChangesFocus(true);
+    connect(document(), &QTextDocument::contentsChange, this, &TooltipEdit::FollowChange);
     connect(this, &QPlainTextEdit::textChanged, this, &TooltipEdit::ReadDocument);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
-    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, &TooltipEdit::ColourWhatIsVisible);
+
+    m_lineNumbers->installEventFilter(this);
+    connect(this, &QPlainTextEdit::blockCountChanged, this, &TooltipEdit::MakeRoomForLineNumbers);
+    connect(this, &QPlainTextEdit::updateRequest, m_lineNumbers, qOverload<>(&QWidget::update));
+
+    m_completer.setModel(&m_shownCompletions);
+    m_completer.setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    m_completer.setWidget(this);
+    connect(&m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
+            [this](const QModelIndex& index) {
+                const Completion completion = m_completions[static_cast<std::size_t>(index.row())];
+                Apply({completion.Edit});
+                GoTo(completion.NewCursorPosition);
+                if (completion.Shown.endsWith(u'"')) // an attribute, the value of which comes next
+                    Complete();
+            });
 }
 
 const ElementRanges* TooltipEdit::ElementAtSelection() const
 {
     const QTextCursor cursor = textCursor();
-    const auto endsBefore = [](const ElementRanges& element, int position) {
-        return element.Content.end < position;
-    };
     const auto element =
-        std::lower_bound(m_elements.begin(), m_elements.end(), cursor.selectionEnd(), endsBefore);
-    return element != m_elements.end() && element->Element.start < cursor.selectionStart() ? &*element
-                                                                                           : nullptr;
+        std::partition_point(m_elements.begin(), m_elements.end(), [&](const ElementRanges& earlier) {
+            return earlier.Content.end < cursor.selectionEnd();
+        });
+    const bool holds = element != m_elements.end() && element->Element.start < cursor.selectionStart();
+    return holds ? &*element : nullptr;
+}
+
+void TooltipEdit::FindFaults()
+{
+    m_faults = FindMarkupFaults(m_tooltip);
+    ColourWhatIsVisible();
 }
 
 QString TooltipEdit::FaultsAt(int position) const
@@ -107,20 +88,45 @@ QString TooltipEdit::FaultsAt(int position) const
     return sentences.join(u' ');
 }
 
-QString TooltipEdit::InsertFilterField(const QString& field)
+void TooltipEdit::GoToFault(bool forwards)
 {
-    const QTextCursor selection = textCursor();
+    if (m_faults.empty())
+        return;
+    const int position = textCursor().position();
+    const auto after = std::partition_point(m_faults.begin(), m_faults.end(), [&](const MarkupFault& fault) {
+        return forwards ? fault.Range.start <= position : fault.Range.start < position;
+    });
+    if (forwards)
+        GoTo((after == m_faults.end() ? m_faults.front() : *after).Range.start);
+    else
+        GoTo((after == m_faults.begin() ? m_faults.back() : *(after - 1)).Range.start);
+}
+
+void TooltipEdit::GoTo(std::int64_t position)
+{
+    QTextCursor cursor(document());
+    cursor.setPosition(static_cast<int>(std::min<std::int64_t>(position, m_tooltip.length())));
+    setTextCursor(cursor);
+    setFocus();
+}
+
+QString TooltipEdit::InsertFilterField(const QString& field, bool isTrial)
+{
+    const QTextCursor cursor = textCursor();
     const TString name = AsInDocument(field);
     if (!IsFieldName(name))
         return tr("A field of this name can't stand between < and >.");
-    const auto insertion = InsertFilterFieldAt(
-        m_tooltip, {selection.selectionStart(), selection.selectionEnd()}, name, TString(u"All", -1));
+    const auto insertion = InsertFilterFieldAt(m_tooltip, {cursor.selectionStart(), cursor.selectionEnd()},
+                                               name, ToTString(AllFields));
+    const ElementRanges* element = ElementAtSelection();
+    if (!insertion && (element == nullptr || KindOf(m_tooltip, *element) == ElementKind::Plain))
+        return tr("Fields go into a sheet element: put the cursor into one first.");
     if (!insertion)
-        return tr("The cursor isn't in a sheet element that can be read and can have a filter.");
-    Apply({insertion->Edit});
-    QTextCursor cursor(document());
-    cursor.setPosition(insertion->NewCursorPosition);
-    setTextCursor(cursor);
+        return tr("No field can go into this element before its faults are mended. F8 goes to the next.");
+    if (!isTrial) {
+        Apply({insertion->Edit});
+        GoTo(insertion->NewCursorPosition);
+    }
     return {};
 }
 
@@ -151,11 +157,46 @@ void TooltipEdit::Apply(const std::vector<TextEdit>& edits)
     cursor.endEditBlock();
 }
 
+void TooltipEdit::Complete()
+{
+    m_completions = FindCompletions(m_tooltip, textCursor().position(), m_names);
+    QStringList shown;
+    for (const Completion& completion : m_completions)
+        shown.append(completion.Shown);
+    m_shownCompletions.setStringList(shown);
+    QAbstractItemView* popup = m_completer.popup();
+    popup->setVisible(popup->isVisible() && !shown.empty());
+    if (shown.empty())
+        return;
+    QRect place = cursorRect().translated(viewport()->pos());
+    const int width = popup->sizeHintForColumn(0) + 2 * popup->verticalScrollBar()->sizeHint().width();
+    place.setWidth(std::min(width, this->width()));
+    m_completer.complete(place);
+    popup->setCurrentIndex(m_completer.completionModel()->index(0, 0));
+}
+
+void TooltipEdit::FollowChange(int position, int removed, int added)
+{
+    const auto follow = [=](std::int64_t edge) {
+        return edge >= position + removed ? edge + added - removed : std::min<std::int64_t>(edge, position);
+    };
+    for (MarkupFault& fault : m_faults)
+        fault.Range = {follow(fault.Range.start), follow(fault.Range.end)};
+
+    // Wrapping between words takes quadratic time on a long one.
+    static const QRegularExpression longWord(QStringLiteral("\\S{1000}"));
+    if (position == 0 && added >= document()->characterCount() - 1) // a text set anew
+        setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QTextBlock line = document()->findBlock(position);
+    for (; line.isValid() && line.position() <= position + added; line = line.next())
+        if (line.text().contains(longWord))
+            setWordWrapMode(QTextOption::WrapAnywhere);
+}
+
 void TooltipEdit::ReadDocument()
 {
     m_tooltip = TextOf(*document());
     m_elements = FindElementRanges(m_tooltip);
-    m_faults = FindMarkupFaults(m_tooltip);
     ColourWhatIsVisible();
 }
 
@@ -163,53 +204,121 @@ void TooltipEdit::ColourWhatIsVisible()
 {
     if (document()->characterCount() != m_tooltip.length() + 1)
         return; // in the middle of a change
-    const CorvaneCharRange visible{cursorForPosition({0, 0}).position(),
-                                   cursorForPosition({viewport()->width(), viewport()->height()}).position()};
-    const QColor background = palette().color(QPalette::Base);
-    QList<QTextEdit::ExtraSelection> selections;
+    const std::int64_t start = cursorForPosition({0, 0}).position();
+    const std::int64_t end = cursorForPosition({viewport()->width(), viewport()->height()}).position();
+    // Each begins at its key and goes up to the next.
+    std::map<std::int64_t, QTextCharFormat> stretches{{start, {}}};
+    const auto splitAt = [&](std::int64_t position) {
+        position = std::clamp(position, start, end);
+        return stretches.emplace(position, std::prev(stretches.upper_bound(position))->second).first;
+    };
     const auto add = [&](CorvaneCharRange range, const QTextCharFormat& format) {
-        if (range.end < visible.start || range.start > visible.end)
-            return;
-        // Where one selection begins at the end of another of its colour, Qt may draw it as if it weren't
-        // there.
-        const bool goesOn = !selections.empty() && selections.back().format == format &&
-                            selections.back().cursor.position() == range.start;
-        if (!goesOn) {
-            selections.append({QTextCursor(document()), format});
-            selections.back().cursor.setPosition(static_cast<int>(range.start));
-        }
-        selections.back().cursor.setPosition(static_cast<int>(range.end), QTextCursor::KeepAnchor);
+        const auto last = splitAt(range.end);
+        for (auto stretch = splitAt(range.start); stretch != last; ++stretch)
+            stretch->second.merge(format);
+    };
+    const auto colour = [&](CorvaneCharRange range, QTextFormat::Property property, const QColor& value) {
+        QTextCharFormat format;
+        format.setProperty(property, QBrush(value));
+        add(range, format);
+    };
+    const auto ink = [&](CorvaneCharRange range, Hue hue) {
+        colour(range, QTextFormat::ForegroundBrush, Ink(palette(), hue));
     };
 
-    auto element = std::lower_bound(
-        m_elements.begin(), m_elements.end(), visible.start,
-        [](const ElementRanges& left, std::int64_t start) { return left.Element.end < start; });
-    for (; element != m_elements.end() && element->Element.start <= visible.end; ++element) {
+    auto element =
+        std::partition_point(m_elements.begin(), m_elements.end(),
+                             [&](const ElementRanges& earlier) { return earlier.Element.end < start; });
+    for (; element != m_elements.end() && element->Element.start < end; ++element) {
         const ElementKind kind = KindOf(m_tooltip, *element);
-        const ElementFormats formats = FormatsOf(kind, background);
-        add(element->Element, formats.Element);
+        if (kind == ElementKind::Plain)
+            ink(element->Element, Blue);
         if (kind != ElementKind::Sheet && kind != ElementKind::InvalidSheet)
             continue;
+        colour(element->Element, QTextFormat::BackgroundBrush,
+               Tint(palette(), kind == ElementKind::Sheet ? Green : Red));
         for (const AttributeRanges& attribute : FindAttributeRanges(m_tooltip, element->Content)) {
             if (attribute.NameAndValue &&
-                attribute.NameAndValue->Name == Impl::SheetMarkupAttributeNames::Name &&
-                attribute.Value.start < attribute.Value.end)
-                add(attribute.Value, formats.SheetName);
+                attribute.NameAndValue->Name == Impl::SheetMarkupAttributeNames::Name)
+                ink(attribute.Value, Violet);
             for (const auto& [range, field] : attribute.Fields)
-                add(range, formats.Field);
+                ink(range, Blue);
         }
+    }
+    for (const bool isError : {false, true}) // which shows where both are
+        for (const MarkupFault& fault : m_faults)
+            if (fault.IsError == isError && fault.Range.start < end && fault.Range.end > start)
+                add(fault.Range, FormatOf(fault, palette()));
+
+    splitAt(end);
+    QList<QTextEdit::ExtraSelection> selections;
+    for (auto stretch = stretches.begin(); stretch->first != end; ++stretch) {
+        if (stretch->second.isEmpty())
+            continue;
+        // Where one selection begins at the end of another of its format, Qt may draw it as if it weren't
+        // there.
+        const bool goesOn = !selections.empty() && selections.back().format == stretch->second &&
+                            selections.back().cursor.position() == stretch->first;
+        if (!goesOn) {
+            selections.append({QTextCursor(document()), stretch->second});
+            selections.back().cursor.setPosition(static_cast<int>(stretch->first));
+        }
+        selections.back().cursor.setPosition(static_cast<int>(std::next(stretch)->first),
+                                             QTextCursor::KeepAnchor);
     }
     setExtraSelections(selections);
 }
 
+void TooltipEdit::MakeRoomForLineNumbers()
+{
+    const QString digits = QStringLiteral(" %1 ").arg(blockCount());
+    const int width = fontMetrics().horizontalAdvance(digits);
+    setViewportMargins(width, 0, 0, 0);
+    m_lineNumbers->setGeometry(contentsRect().x(), contentsRect().y(), width, contentsRect().height());
+}
+
+void TooltipEdit::PaintLineNumbers()
+{
+    QPainter painter(m_lineNumbers);
+    painter.fillRect(m_lineNumbers->rect(), palette().alternateBase());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setFont(font());
+    const double bottom = m_lineNumbers->height();
+    for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
+        const QRectF place = blockBoundingGeometry(line).translated(contentOffset());
+        if (place.top() > bottom)
+            break;
+        painter.drawText(QRectF(0, place.top(), m_lineNumbers->width(), place.height()), Qt::AlignRight,
+                         QStringLiteral("%1 ").arg(line.blockNumber() + 1));
+    }
+}
+
 void TooltipEdit::keyPressEvent(QKeyEvent* event)
 {
+    QAbstractItemView* popup = m_completer.popup();
+    const bool isCompleting = popup->isVisible();
+    const QList<int> choosing{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab};
+    if (isCompleting && (event->key() == Qt::Key_Escape ||
+                         (choosing.contains(event->key()) && popup->currentIndex().isValid()))) {
+        event->ignore(); // so that the completer takes it
+        return;
+    }
     if (event == QKeySequence::InsertLineSeparator) { // U+2028 has no place in a text file
         textCursor().insertBlock();
         ensureCursorVisible();
     } else {
         QPlainTextEdit::keyPressEvent(event);
     }
+    const bool isBracket = event->text() == QStringLiteral("<");
+    if (isCompleting || isBracket)
+        Complete();
+    if (isBracket) // so that Enter begins a new line
+        popup->setCurrentIndex({});
+}
+
+bool TooltipEdit::focusNextPrevChild(bool next)
+{
+    return !m_completer.popup()->isVisible() && QPlainTextEdit::focusNextPrevChild(next);
 }
 
 QMimeData* TooltipEdit::createMimeDataFromSelection() const
@@ -219,16 +328,17 @@ QMimeData* TooltipEdit::createMimeDataFromSelection() const
     return copied;
 }
 
-void TooltipEdit::changeEvent(QEvent* event)
+bool TooltipEdit::eventFilter(QObject* watched, QEvent* event)
 {
-    QPlainTextEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        ColourWhatIsVisible();
+    if (watched == m_lineNumbers && event->type() == QEvent::Paint)
+        PaintLineNumbers();
+    return QPlainTextEdit::eventFilter(watched, event);
 }
 
 void TooltipEdit::resizeEvent(QResizeEvent* event)
 {
     QPlainTextEdit::resizeEvent(event);
+    MakeRoomForLineNumbers();
     ColourWhatIsVisible();
 }
 

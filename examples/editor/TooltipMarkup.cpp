@@ -1,30 +1,33 @@
 #include "TooltipMarkup.h"
 
+#include "QtText.h"
+
 #include <corvanemarkup/SheetMarkupFormat.h>
-#include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
-#include <corvanemarkup/VizInTooltipProperties.h>
 
 namespace editor {
-
-using namespace corvanemarkup;
-using namespace corvanemarkup::VizInTooltip;
 
 ElementKind KindOf(const TString& tooltip, const ElementRanges& element)
 {
     if (element.End != ElementEnd::Bracket)
         return ElementKind::Unfinished;
-    const MarkupText content(Piece(tooltip, element.Content));
-    if (const auto sheet = VizInTooltipProperties::FromMarkupText(content))
+    if (const auto sheet = SheetIn(tooltip, element))
         return sheet->IsValid() ? ElementKind::Sheet : ElementKind::InvalidSheet;
-    return Impl::IsSheetMarkupText(content, 0) ? ElementKind::InvalidSheet : ElementKind::Plain;
+    return Impl::IsSheetMarkupText(Piece(tooltip, element.Content), 0) ? ElementKind::InvalidSheet
+                                                                       : ElementKind::Plain;
 }
 
-TString SheetOf(const TString& tooltip, const ElementRanges& element)
+boost::optional<VizInTooltipProperties> SheetIn(const TString& tooltip, const ElementRanges& element)
 {
     if (element.End != ElementEnd::Bracket)
         return {};
-    return GetTargetSheetNameFromMarkupText(MarkupText(Piece(tooltip, element.Content)));
+    return VizInTooltipProperties::FromMarkupText(MarkupText(Piece(tooltip, element.Content)));
+}
+
+QString SheetOf(const TString& tooltip, const ElementRanges& element)
+{
+    const auto sheet = SheetIn(tooltip, element);
+    return sheet && sheet->IsValid() ? ToQString(sheet->GetSheetName()) : QString();
 }
 
 QString SentenceOn(MarkupFaultKind kind)
@@ -47,18 +50,27 @@ QString SentenceOn(MarkupFaultKind kind)
         {Kind::UnallowedAttribute, "Only name, maxwidth, maxheight and filter are allowed."},
         {Kind::StrayFilterText, "A filter counts fields in < and > alone, and not this."},
         {Kind::DuplicateField, "This field stands in its filter twice."}};
-    for (const auto& [known, sentence] : sentences) {
-        if (known == Kind::InvalidSheetSize && kind == known)
-            return QString::fromLatin1(sentence).arg(LargestMaxSize.width).arg(LargestMaxSize.height);
+    for (const auto& [known, sentence] : sentences)
         if (kind == known)
-            return QString::fromLatin1(sentence);
-    }
+            return QString::fromLatin1(sentence)
+                .replace(QStringLiteral("%1"), QString::number(LargestMaxSize.width))
+                .replace(QStringLiteral("%2"), QString::number(LargestMaxSize.height));
     return QStringLiteral("Something is wrong here.");
 }
 
 TString Piece(const TString& text, CorvaneCharRange range)
 {
     return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
+}
+
+QColor Ink(const QPalette& palette, Hue hue)
+{
+    return QColor::fromHsl(hue, 200, palette.base().color().lightness() < 128 ? 190 : 75);
+}
+
+QColor Tint(const QPalette& palette, Hue hue)
+{
+    return QColor::fromHsl(hue, 120, palette.base().color().lightness() < 128 ? 50 : 235);
 }
 
 } // namespace editor

@@ -3,9 +3,22 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
+#include <cstdio>
+#include <cstdlib>
+
 int main(int argc, char** argv)
 {
+    // Until there is a window, what Qt has to say comes to one line.
+    qInstallMessageHandler(
+        [](QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
+            if (type != QtFatalMsg)
+                return;
+            std::fputs("tooltip-editor: no window can be shown. Is there a display?\n", stderr);
+            std::_Exit(EXIT_FAILURE);
+        });
     const QApplication application(argc, argv);
+    qInstallMessageHandler(nullptr);
+    QApplication::setOrganizationName(QStringLiteral("corvanemarkup"));
     QApplication::setApplicationName(QStringLiteral("tooltip-editor"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tooltip Editor"));
     QApplication::setApplicationVersion(QStringLiteral(TOOLTIP_EDITOR_VERSION));
@@ -16,14 +29,21 @@ int main(int argc, char** argv)
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("The tooltip to open, UTF-8 text."),
                                  QStringLiteral("[file]"));
     parser.process(application);
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1) {
+        std::fprintf(stderr, "tooltip-editor: one file can be opened, not %d.\n",
+                     static_cast<int>(files.size()));
+        return EXIT_FAILURE;
+    }
 
     // The data that this host knows of.
-    editor::EditorWindow window({QStringLiteral("Country"), QStringLiteral("Customer Segment"),
-                                 QStringLiteral("Product"), QStringLiteral("Quarter"),
-                                 QStringLiteral("Region"), QStringLiteral("Sales Channel"),
-                                 QStringLiteral("Year")});
+    const QString fields =
+        QStringLiteral("Country,Customer Segment,Product,Quarter,Region,Sales Channel,Year");
+    const QString sheets =
+        QStringLiteral("Customer Profile,Region Comparison,Sales Map,Sales by Month,Top Customers");
+    editor::EditorWindow window({fields.split(u','), sheets.split(u',')});
     window.show();
-    if (!parser.positionalArguments().isEmpty())
-        window.Open(parser.positionalArguments().constFirst());
+    if (!files.isEmpty())
+        window.Open(files.constFirst());
     return QApplication::exec();
 }
