@@ -7,7 +7,7 @@ const shifted = ({ start, end }, by) => ({ start: start + by, end: end + by });
 
 export class Elements {
     #known = []; // in the order of the text
-    #knownUpTo = 0; // the elements that start in front of this are all known
+    #knownUpTo = 0; // between elements; those in front of it are all known
 
     get #last() {
         return this.#known[this.#known.length - 1];
@@ -15,7 +15,7 @@ export class Elements {
 
     // The text from `position` on is another one.
     forget(position) {
-        this.#knownUpTo = Math.min(this.#knownUpTo, position);
+        this.#knownUpTo = Math.max(0, Math.min(this.#knownUpTo, position - 1)); // a bracket there may become half of a pair
         // An element that ends right at the change may go on, if that begins with a bracket. And reading can begin anew after
         // an element with its bracket alone, since one that is given up may leave quotes in force.
         while (this.#known.length > 0 && (this.#last.element.end >= position || this.#last.end !== 'bracket'))
@@ -43,7 +43,11 @@ export class Elements {
     }
 
     #read(doc, end) {
-        const start = this.#last?.element.end ?? 0;
+        // From the last element on, or from further on if no run of brackets, which is read in pairs, begins earlier.
+        const lastEnd = this.#last?.element.end ?? 0;
+        const near = Math.max(lastEnd, this.#knownUpTo - 100);
+        const text = doc.sliceString(near, this.#knownUpTo).replace(/<+$/, '');
+        const start = text === '' ? lastEnd : near + text.length;
         const isCut = ({ element, end: ending }) => ending !== 'bracket' || start + element.end === end;
         const elements = findElementRanges(doc.sliceString(start, end));
         let cut = end;

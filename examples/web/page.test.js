@@ -3,7 +3,10 @@ import { readFile } from 'node:fs/promises';
 import { createServer } from 'node:http';
 import { extname } from 'node:path';
 import test from 'node:test';
+import { Text } from '@codemirror/state';
+import { findElementRanges } from 'corvanemarkup';
 import puppeteer from 'puppeteer-core';
+import { Elements } from './elements.js';
 
 const types = { '.html': 'text/html', '.js': 'text/javascript', '.css': 'text/css', '.svg': 'image/svg+xml' };
 const server = createServer(async ({ url }, response) => {
@@ -73,4 +76,23 @@ test('a tooltip is written, and comes back from its address', async () => {
     await shown('#sheets', '"S": Region, Year');
     assert.equal(await text(), written);
     assert.deepEqual(troubles, []);
+});
+
+test('elements that are read as the text changes are those of the whole text', () => {
+    const fragments = ['<', '<<', '>', '>>', '"', 'a', '<Sheet name="', '<Sheet name="a">', '<b>', ' '.repeat(3000)];
+    let seed = 1;
+    const some = (count) => (seed = (seed * 48271) % 2147483647) % count;
+    for (let round = 0; round < 300; ++round) {
+        const elements = new Elements();
+        let doc = Text.of(['']);
+        for (let step = 0; step < 20; ++step) {
+            const from = some(doc.length + 1);
+            const to = Math.min(doc.length, from + some(3) * some(3));
+            doc = doc.replace(from, to, Text.of([Array.from({ length: some(9) }, () => fragments[some(fragments.length)]).join('')]));
+            elements.forget(from);
+            const [start, end] = [some(doc.length + 1), some(doc.length + 1)].sort((left, right) => left - right);
+            const expected = findElementRanges(doc.toString()).filter(({ element }) => element.end >= start && element.start <= end);
+            assert.deepEqual(elements.in(doc, start, end), expected, JSON.stringify([doc.toString(), from, start, end]));
+        }
+    }
 });
