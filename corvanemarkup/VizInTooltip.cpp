@@ -59,15 +59,11 @@ private:
     TString m_unescaped;
 };
 
-bool StandsForAllFields(const SheetElement& element)
-{
-    return !element.HasFilter();
-}
-
+/// The fields of the element's sheet if this element decides; none if it can't decide.
 std::set<TString> FieldsOf(const SheetElement& element)
 {
     std::set<TString> fields;
-    if (StandsForAllFields(element)) {
+    if (!element.HasFilter()) {
         fields.insert(ToString(u"All Fields"));
         return fields;
     }
@@ -79,8 +75,8 @@ std::set<TString> FieldsOf(const SheetElement& element)
     return fields;
 }
 
-/// The element that decides for each sheet: of those that have fields or stand for all of them, the first in
-/// the order of the texts.
+/// The element that decides for each sheet: of those that have fields or no filter, the first in the order of
+/// the texts.
 class DecidingElements
 {
 public:
@@ -119,7 +115,7 @@ private:
 
     static bool CanDecide(const SheetElement& element)
     {
-        return StandsForAllFields(element) || FilterOf(element).HasFields();
+        return !element.HasFilter() || FilterOf(element).HasFields();
     }
 
     void AddRival(std::size_t sheet, const SheetElement& rival)

@@ -115,29 +115,20 @@ public:
 private:
     void ReadFrom(std::size_t from)
     {
-        constexpr std::size_t length = WideUnitBlock::Length;
-        m_mask = 0;
-        if (m_text.size() - from >= length) {
-            m_start = from;
-            m_end = from + length;
+        m_start = from;
+        m_end = std::min(from + WideUnitBlock::Length, m_text.size());
+        if (m_end - from == WideUnitBlock::Length) {
             m_mask = WideUnitBlock(m_text.data() + from).MaskOf(u'"');
-            return;
+        } else {
+            m_mask = 0;
+            for (std::size_t i = from; i < m_end; ++i)
+                m_mask |= std::uint64_t(m_text[i] == u'"') << (i - from);
         }
-        m_end = m_text.size();
-        if (m_end >= length) {
-            m_start = m_end - length;
-            m_mask = WideUnitBlock(m_text.data() + m_start).MaskOf(u'"') >> (from - m_start)
-                                                                                << (from - m_start);
-            return;
-        }
-        m_start = 0;
-        for (std::size_t i = from; i < m_end; ++i)
-            m_mask |= std::uint64_t(m_text[i] == u'"') << i;
     }
 
     TextView m_text;
-    std::size_t m_start; ///< where the bits of the mask begin
-    std::size_t m_end;   ///< up to where the quotes are in the mask
+    std::size_t m_start; ///< of what the mask tells of
+    std::size_t m_end;
     std::uint64_t m_mask;
 };
 
