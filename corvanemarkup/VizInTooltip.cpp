@@ -67,11 +67,7 @@ std::set<TString> FieldsOf(const SheetElement& element)
         fields.insert(ToString(u"All Fields"));
         return fields;
     }
-    const FilterOf filter(element);
-    TextTable different;
-    filter.ForEach([&](TextView field) { different.Add(field); });
-    for (std::size_t i = 0; i < different.Count(); ++i)
-        fields.insert(fields.end(), ToString(different[i]));
+    FilterOf(element).ForEach([&](TextView field) { fields.insert(ToString(field)); });
     return fields;
 }
 
