@@ -97,7 +97,7 @@ function complete(context) {
         .find(({ name, value }) => name.end < value.start && value.start <= pos && pos <= value.end);
     const name = attribute && state.sliceDoc(attribute.name.start, attribute.name.end).toLowerCase();
     if (name === 'name') {
-        const options = [...allSheets].map((label) => ({ label, type: 'class', apply: label.replaceAll('"', '""') }));
+        const options = [...allSheets].map((label) => ({ label, apply: label.replaceAll('"', '""') }));
         return { from: attribute.value.start, to: attribute.text ? attribute.value.end : pos, options };
     }
     const open = context.matchBefore(/<[^<>"]*/);
@@ -105,11 +105,10 @@ function complete(context) {
         return null;
     const options = [...allFields].map((field) => ({
         label: `<${field}>`,
-        type: 'property',
         apply: `<${name === 'filter' ? field.replaceAll('"', '""') : field}>`,
     }));
     if (name !== 'filter')
-        options.unshift({ label: '<Sheet name="">', type: 'keyword', apply: startSheet });
+        options.unshift({ label: '<Sheet name="">', apply: startSheet });
     const end = state.sliceDoc(pos, pos + 1) === '>' ? pos + 1 : pos;
     return { from: open?.from ?? pos, to: end, options };
 }
@@ -177,17 +176,18 @@ async function followUp() {
     const faults = findMarkupFaults(text).slice(0, mostShown);
     view.dispatch(setDiagnostics(state, faults.map(({ kind, range, isError }) =>
         ({ from: range.start, to: range.end, severity: isError ? 'error' : 'warning', message: sentences[kind] }))));
-    const fieldsBySheet = [...filterFieldsBySheet(text)];
-    fill('sheets', fieldsBySheet.map(([sheet, fields]) => `${quoted(sheet)}: ${[...fields].join(', ')}`), makeItem);
+    const sheets = [...targetSheetNames(text)];
+    const fieldsBySheet = filterFieldsBySheet(text);
+    fill('sheets', sheets.map((sheet) => `${quoted(sheet)}: ${[...fieldsBySheet.get(sheet) ?? ['no fields']].join(', ')}`), makeItem);
     const changes = sheetsWithChangedFilters(textAtStart, text).map(quoted);
     fill('changes', changes.length > 0 ? changes : ['none'], makeItem);
     learn(text);
     fill('fields', [...allFields], (value) => new Option(value));
-    const makeChoice = (kind) => (name) => new Option(name, JSON.stringify([kind, name]));
     const chosen = find('renamed').value;
+    const makeChoice = (kind, name, shown) => new Option(shown, JSON.stringify([kind, name]));
     const choices = [
-        ...[...targetSheetNames(text)].map(makeChoice('sheet')),
-        ...[...new Set(filterFields(text))].map((field) => new Option(`<${field}>`, JSON.stringify(['field', field]))),
+        ...sheets.map((sheet) => makeChoice('sheet', sheet, quoted(sheet))),
+        ...[...new Set(filterFields(text))].map((field) => makeChoice('field', field, `<${field}>`)),
     ].slice(0, mostShown);
     find('renamed').replaceChildren(...choices);
     if (choices.some(({ value }) => value === chosen))
@@ -232,7 +232,7 @@ function makeState(text) {
             minimalSetup,
             lineNumbers(),
             keymap.of([...completionKeymap, ...lintKeymap]),
-            autocompletion({ override: [complete] }),
+            autocompletion({ override: [complete], icons: false }),
             colours,
             theme.of(themeNow()),
             EditorState.lineSeparator.of('\n'), // so that all other units stay as they are
