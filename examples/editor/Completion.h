@@ -13,7 +13,7 @@ namespace editor {
 /// The field that stands alone in a filter.
 const QString AllFields = QStringLiteral("All");
 
-/// The names that the tooltip or its host knows. The fields are without the one that stands alone.
+/// What the tooltip or its host knows; the fields without the one that stands alone.
 struct KnownNames
 {
     QStringList Fields;
@@ -24,7 +24,6 @@ struct Completion
 {
     QString Shown;
     TextEdit Edit; ///< replaces what was begun
-    int NewCursorPosition;
 };
 
 /// All that goes on from what stands in front of the cursor: fields in a filter, sheets in a `name`, names of

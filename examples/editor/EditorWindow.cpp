@@ -16,17 +16,13 @@ EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNam
     m_edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
     m_edit->setMinimumSize(330, 80); // in a narrow window, the lists give way
-    m_searched->setPlaceholderText(tr("Find: Enter or F3 for the next, Shift+F3 for the one before"));
+    m_searched->setPlaceholderText(tr("Find: Enter, F3, Shift+F3"));
     m_searched->hide();
-    auto* centre = new QWidget;
-    auto* layout = new QVBoxLayout(centre);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_edit);
-    layout->addWidget(m_searched);
-    setCentralWidget(centre);
+    setCentralWidget(m_edit);
     m_place->setTextFormat(Qt::PlainText);
     m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
     statusBar()->addWidget(m_place, 1);
+    statusBar()->addPermanentWidget(m_searched, 1);
     statusBar()->addPermanentWidget(m_position);
     resize(QSize(1100, 720).boundedTo(screen()->availableSize() - QSize(10, 40))); // room for the frame
     MakeMenus();
@@ -37,7 +33,6 @@ EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNam
     m_pause.setInterval(300);
     connect(&m_pause, &QTimer::timeout, this, &EditorWindow::UpdateViews);
     connect(m_edit, &TooltipEdit::textChanged, &m_pause, qOverload<>(&QTimer::start));
-    connect(m_edit, &TooltipEdit::textChanged, this, &EditorWindow::ShowPlace);
     connect(m_edit, &TooltipEdit::cursorPositionChanged, this, &EditorWindow::ShowPlace);
     connect(m_edit->document(), &QTextDocument::modificationChanged, this, &QWidget::setWindowModified);
     connect(m_searched, &QLineEdit::returnPressed, this, [this] { Find(true); });
@@ -59,9 +54,7 @@ void EditorWindow::MakeMenus()
             SetText({}, {});
     });
     file->addAction(tr("&Open..."), QKeySequence::Open, this, [this] {
-        if (!MayLoseChanges())
-            return;
-        const QString path = QFileDialog::getOpenFileName(this, {}, m_path);
+        const QString path = MayLoseChanges() ? QFileDialog::getOpenFileName(this, {}, m_path) : QString();
         if (!path.isEmpty())
             Open(path);
     });
@@ -97,18 +90,15 @@ void EditorWindow::MakeMenus()
     });
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&Keys"), QKeySequence(tr("F1")), this, [this] {
-        QString keys =
-            tr("<: completes an element\nEnter, in a list: goes to the sheet or fault, inserts the field");
+        QString keys = tr("<: Complete\nEnter, in a list: go there, or insert the field");
         for (const QAction* action : findChildren<QAction*>())
             if (!action->shortcut().isEmpty())
-                keys += QStringLiteral("\n%1: %2")
-                            .arg(action->shortcut().toString(), action->text().remove(u'&'));
+                keys += u'\n' + action->shortcut().toString() + u'\t' + action->text().remove(u'&');
         Say(keys);
     });
     help->addAction(tr("&About"), this, [this] {
-        Say(tr("%1 %2\nEdits the markup of tooltip templates. It stands on corvanemarkup %3.")
-                .arg(QApplication::applicationDisplayName(), QApplication::applicationVersion(),
-                     QString::fromLatin1(GetVersion())));
+        Say(tr("Tooltip Editor %1\nEdits the markup of tooltip templates, on corvanemarkup %2.")
+                .arg(QApplication::applicationVersion(), QString::fromLatin1(GetVersion())));
     });
 }
 
@@ -155,7 +145,7 @@ void EditorWindow::MakeDocks()
     addDockWidget(Qt::BottomDockWidgetArea, m_faultsDock);
     const bool isLow = height() < 500;
     if (isLow)
-        tabifyDockWidget(sheetsDock, m_previewDock);
+        tabifyDockWidget(m_previewDock, sheetsDock);
     (isLow ? m_previewDock : sheetsDock)->raise();
     resizeDocks({m_previewDock}, {width() * 2 / 5}, Qt::Horizontal);
     resizeDocks({m_faultsDock}, {isLow ? 60 : 110}, Qt::Vertical);
@@ -223,8 +213,7 @@ bool EditorWindow::Write(const QString& path)
 void EditorWindow::TakeAsSaved(const QString& path, const QString& text)
 {
     m_path = path;
-    m_textOnDisk = text;
-    m_refusedText = text;
+    m_textOnDisk = m_refusedText = text;
     m_savedTooltip = m_edit->Tooltip();
     m_edit->document()->setModified(false);
     setWindowModified(false); // an empty text set anew tells that it was modified, and not that it isn't
@@ -249,9 +238,8 @@ void EditorWindow::AskAboutNewerFile()
     if (!text || text == m_textOnDisk || text == m_refusedText)
         return;
     m_refusedText = *text;
-    const QString loss = isWindowModified() ? tr(" The changes made here are lost then.") : QString();
     const int position = m_edit->textCursor().position();
-    if (Say(tr("%1 was changed on disk. Open it anew?").arg(m_path) + loss,
+    if (Say(tr("%1 was changed on disk. Open it anew, without what was changed here?").arg(m_path),
             QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes &&
         Open(m_path))
         m_edit->GoTo(position);
@@ -282,30 +270,19 @@ bool EditorWindow::eventFilter(QObject* watched, QEvent* event)
 void EditorWindow::UpdateViews()
 {
     m_pause.stop();
+    ShowNames();
     const TString& tooltip = m_edit->Tooltip();
-    auto sheets = GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip);
-    for (const TString& sheet : GetTargetSheetNamesFromTooltipText(tooltip))
-        sheets.try_emplace(sheet); // those whose filters hold no fields
-    if (sheets != m_shownSheets) {
-        m_shownSheets = std::move(sheets);
-        ShowSheets();
-    }
-    ShowFields();
-    QStringList lines;
-    for (const TString& sheet : CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(m_savedTooltip, tooltip))
-        lines.append(ToQString(sheet));
     m_changes->clear();
-    m_changes->addItems(lines);
+    for (const TString& sheet : CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(m_savedTooltip, tooltip))
+        m_changes->addItem(ToQString(sheet));
 
     m_edit->FindFaults();
-    lines.clear();
+    QStringList lines;
     for (const MarkupFault& fault : m_edit->Faults()) {
         const auto start = static_cast<int>(fault.Range.start);
         const QTextBlock line = m_edit->document()->findBlock(start);
-        lines.append(QStringLiteral("%1:%2  %3: %4")
-                         .arg(line.blockNumber() + 1)
-                         .arg(start - line.position() + 1)
-                         .arg(fault.IsError ? tr("Error") : tr("Warning"), SentenceOn(fault.Kind)));
+        const QString place = tr("%1:%2 ").arg(line.blockNumber() + 1).arg(start - line.position() + 1);
+        lines.append(place + (fault.IsError ? tr("Error: ") : tr("Warning: ")) + SentenceOn(fault.Kind));
     }
     m_faults->clear();
     m_faults->addItems(lines);
@@ -314,34 +291,29 @@ void EditorWindow::UpdateViews()
     ShowPlace();
 }
 
-void EditorWindow::ShowSheets()
+void EditorWindow::ShowNames()
 {
-    const QString current = CurrentSheet();
-    m_sheets->clear();
-    for (const auto& [sheet, fields] : m_shownSheets) {
-        auto* item = new QTreeWidgetItem(m_sheets, {ToQString(sheet)});
-        for (const TString& field : fields)
-            new QTreeWidgetItem(item, {ToQString(field)});
-        if (fields.empty())
-            new QTreeWidgetItem(item, {tr("(no fields)")});
-        if (item->text(0) == current)
-            m_sheets->setCurrentItem(item);
+    const TString& tooltip = m_edit->Tooltip();
+    auto sheets = GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip);
+    for (const TString& sheet : GetTargetSheetNamesFromTooltipText(tooltip))
+        sheets.try_emplace(sheet); // those whose filters hold no fields
+    if (sheets != m_shownSheets) {
+        m_shownSheets = std::move(sheets);
+        const QString current = CurrentSheet();
+        m_sheets->clear();
+        for (const auto& [sheet, fields] : m_shownSheets) {
+            auto* item = new QTreeWidgetItem(m_sheets, {ToQString(sheet)});
+            for (const TString& field : fields)
+                new QTreeWidgetItem(item, {ToQString(field)});
+            if (fields.empty())
+                new QTreeWidgetItem(item, {tr("(no fields)")});
+            if (item->text(0) == current)
+                m_sheets->setCurrentItem(item);
+        }
+        m_sheets->expandAll();
     }
-    m_sheets->expandAll();
-}
-
-QString EditorWindow::CurrentSheet() const
-{
-    const QTreeWidgetItem* item = m_sheets->currentItem();
-    if (item == nullptr)
-        return {};
-    return (item->parent() == nullptr ? item : item->parent())->text(0);
-}
-
-void EditorWindow::ShowFields()
-{
     KnownNames names = m_hostNames;
-    for (const TString& field : GetFilterFieldsFromSheetMarkupInTooltipText(m_edit->Tooltip()))
+    for (const TString& field : GetFilterFieldsFromSheetMarkupInTooltipText(tooltip))
         names.Fields.append(ToQString(field));
     for (const auto& [sheet, fields] : m_shownSheets)
         names.Sheets.append(ToQString(sheet));
@@ -350,13 +322,18 @@ void EditorWindow::ShowFields()
     names.Sheets.removeDuplicates();
     m_edit->SetKnownNames(names);
     names.Fields.prepend(AllFields);
-    if (names.Fields == m_shownFields)
-        return;
-    const QString current = m_shownFields.value(m_fields->currentRow());
-    m_shownFields = names.Fields;
-    m_fields->clear();
-    m_fields->addItems(m_shownFields);
-    m_fields->setCurrentRow(std::max(static_cast<int>(m_shownFields.indexOf(current)), 0));
+    if (names.Fields != m_shownFields) {
+        m_shownFields = names.Fields;
+        m_fields->clear();
+        m_fields->addItems(m_shownFields);
+        m_fields->setCurrentRow(0);
+    }
+}
+
+QString EditorWindow::CurrentSheet() const
+{
+    const QTreeWidgetItem* item = m_sheets->currentItem();
+    return item == nullptr ? QString() : (item->parent() == nullptr ? item : item->parent())->text(0);
 }
 
 void EditorWindow::ShowPlace()
@@ -366,25 +343,22 @@ void EditorWindow::ShowPlace()
                             .arg(cursor.blockNumber() + 1)
                             .arg(cursor.positionInBlock() + 1)
                             .arg(cursor.position()));
-    const auto* element = m_edit->ElementAtSelection();
-    const QString sheet = element == nullptr ? QString() : SheetOf(m_edit->Tooltip(), *element).simplified();
     const QString faults = m_edit->FaultsAt(cursor.position());
-    const QString place = element == nullptr ? tr("Between elements") : tr("Element");
-    m_place->setText(!faults.isEmpty() ? faults : sheet.isEmpty() ? place : tr("Sheet \"%1\"").arg(sheet));
+    const QString sheet = m_edit->SheetAtSelection().simplified();
+    m_place->setText(faults.isEmpty() && !sheet.isEmpty() ? tr("Sheet \"%1\"").arg(sheet) : faults);
 }
 
 void EditorWindow::Find(bool forwards)
 {
     const auto direction = forwards ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
-    const QString searched = m_searched->text();
-    const QTextCursor before = m_edit->textCursor();
-    if (searched.isEmpty() || m_edit->find(searched, direction))
-        return;
-    m_edit->moveCursor(forwards ? QTextCursor::Start : QTextCursor::End);
-    if (m_edit->find(searched, direction))
-        return;
-    m_edit->setTextCursor(before);
-    statusBar()->showMessage(tr("\"%1\" doesn't occur.").arg(searched), 5000);
+    QTextDocument* document = m_edit->document();
+    QTextCursor found = document->find(m_searched->text(), m_edit->textCursor(), direction);
+    if (found.isNull()) // round the end
+        found = document->find(m_searched->text(), forwards ? 0 : document->characterCount() - 1, direction);
+    if (found.isNull())
+        statusBar()->showMessage(tr("\"%1\" doesn't occur.").arg(m_searched->text()), 5000);
+    else
+        m_edit->setTextCursor(found);
 }
 
 void EditorWindow::GoToSheet()
@@ -404,10 +378,9 @@ void EditorWindow::GoToSheet()
 void EditorWindow::GoToFields()
 {
     const QString reason = m_edit->InsertFilterField(AllFields, true);
-    if (!reason.isEmpty()) {
-        statusBar()->showMessage(reason, 5000);
+    statusBar()->showMessage(reason, 5000);
+    if (!reason.isEmpty())
         return;
-    }
     m_fieldsDock->show();
     m_fieldsDock->raise();
     m_fields->setFocus(Qt::ShortcutFocusReason);
@@ -423,22 +396,17 @@ void EditorWindow::InsertField(const QString& field)
 
 void EditorWindow::RenameSheet()
 {
-    const ElementRanges* element = m_edit->ElementAtSelection();
-    const QString atCursor = element == nullptr ? QString() : SheetOf(m_edit->Tooltip(), *element);
-    const QString sheet = m_sheets->hasFocus() ? CurrentSheet() : atCursor;
+    const QString sheet = m_sheets->hasFocus() ? CurrentSheet() : m_edit->SheetAtSelection();
     if (sheet.isEmpty()) {
-        statusBar()->showMessage(tr("Put the cursor into a valid sheet element, or pick a sheet, first."),
-                                 5000);
+        statusBar()->showMessage(tr("Put the cursor into a valid sheet element first."), 5000);
         return;
     }
-    const QString newName =
-        QInputDialog::getText(this, {}, tr("New name of the sheet"), QLineEdit::Normal, sheet);
+    const QString newName = QInputDialog::getText(this, {}, tr("New name"), QLineEdit::Normal, sheet);
     if (newName.isEmpty() || newName == sheet)
         return;
-    statusBar()->showMessage(tr("Elements changed: %1").arg(m_edit->RenameTargetSheet(sheet, newName)), 5000);
+    const int count = m_edit->RenameTargetSheet(sheet, newName);
+    statusBar()->showMessage(tr("Elements changed: %1").arg(count), 5000);
     UpdateViews();
-    m_sheets->setCurrentItem(
-        m_sheets->findItems(newName, Qt::MatchFixedString | Qt::MatchCaseSensitive).value(0));
 }
 
 QMessageBox::StandardButton EditorWindow::Say(const QString& text, QMessageBox::StandardButtons buttons)

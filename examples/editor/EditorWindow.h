@@ -44,9 +44,8 @@ private:
     void AskAboutNewerFile();
 
     void UpdateViews();
-    void ShowSheets();
+    void ShowNames();
     [[nodiscard]] QString CurrentSheet() const; ///< in the list; empty if there is none
-    void ShowFields();
     void ShowPlace();
     void Find(bool forwards);
     void GoToSheet();

@@ -48,8 +48,7 @@ void DrawPreview(QTextEdit& sketch, const TString& tooltip, const std::vector<El
     const int scrolled = sketch.verticalScrollBar()->value();
     sketch.clear();
     if (tooltip.length() > 20'000) {
-        sketch.setPlainText(
-            QStringLiteral("The text is too long for a sketch: it has more than 20,000 units."));
+        sketch.setPlainText(QStringLiteral("A text of more than 20,000 units isn't sketched."));
         return;
     }
     int widest = 1;

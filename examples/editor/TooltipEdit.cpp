@@ -25,15 +25,6 @@ TString AsInDocument(const QString& name)
     return TextOf(QTextDocument(name));
 }
 
-/// Of different shapes, so that no one needs to see colours.
-QTextCharFormat FormatOf(const MarkupFault& fault, const QPalette& palette)
-{
-    QTextCharFormat format;
-    format.setUnderlineColor(Ink(palette, fault.IsError ? Red : Amber));
-    format.setUnderlineStyle(fault.IsError ? QTextCharFormat::WaveUnderline : QTextCharFormat::DashUnderline);
-    return format;
-}
-
 } // namespace
 
 TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumbers(new QWidget(this))
@@ -54,9 +45,10 @@ TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumber
     connect(&m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
             [this](const QModelIndex& index) {
                 const Completion completion = m_completions[static_cast<std::size_t>(index.row())];
+                const bool isAttribute = completion.Shown.endsWith(QStringLiteral("=\"\""));
                 Apply({completion.Edit});
-                GoTo(completion.NewCursorPosition);
-                if (completion.Shown.endsWith(u'"')) // an attribute, the value of which comes next
+                GoTo(completion.Edit.Replaced.start + completion.Edit.Text.length() - (isAttribute ? 1 : 0));
+                if (isAttribute) // the value of which comes next
                     Complete();
             });
 }
@@ -70,6 +62,12 @@ const ElementRanges* TooltipEdit::ElementAtSelection() const
         });
     const bool holds = element != m_elements.end() && element->Element.start < cursor.selectionStart();
     return holds ? &*element : nullptr;
+}
+
+QString TooltipEdit::SheetAtSelection() const
+{
+    const ElementRanges* element = ElementAtSelection();
+    return element == nullptr ? QString() : SheetOf(m_tooltip, *element);
 }
 
 void TooltipEdit::FindFaults()
@@ -90,16 +88,14 @@ QString TooltipEdit::FaultsAt(int position) const
 
 void TooltipEdit::GoToFault(bool forwards)
 {
-    if (m_faults.empty())
-        return;
-    const int position = textCursor().position();
+    const int position = textCursor().position() + (forwards ? 1 : 0);
     const auto after = std::partition_point(m_faults.begin(), m_faults.end(), [&](const MarkupFault& fault) {
-        return forwards ? fault.Range.start <= position : fault.Range.start < position;
+        return fault.Range.start < position;
     });
-    if (forwards)
-        GoTo((after == m_faults.end() ? m_faults.front() : *after).Range.start);
-    else
-        GoTo((after == m_faults.begin() ? m_faults.back() : *(after - 1)).Range.start);
+    const std::size_t index =
+        static_cast<std::size_t>(after - m_faults.begin()) + (forwards ? 0 : m_faults.size() - 1);
+    if (!m_faults.empty())
+        GoTo(m_faults[index % m_faults.size()].Range.start);
 }
 
 void TooltipEdit::GoTo(std::int64_t position)
@@ -130,10 +126,9 @@ QString TooltipEdit::InsertFilterField(const QString& field, bool isTrial)
     return {};
 }
 
-int TooltipEdit::RenameTargetSheet(const QString& currentName, const QString& newName)
+int TooltipEdit::RenameTargetSheet(const QString& from, const QString& to)
 {
-    const auto edits =
-        RenameSheetsAndFields(m_tooltip, {{ToTString(currentName), AsInDocument(newName)}}, {});
+    const auto edits = RenameSheetsAndFields(m_tooltip, {{ToTString(from), AsInDocument(to)}}, {});
     Apply(edits);
     return static_cast<int>(edits.size());
 }
@@ -203,14 +198,15 @@ void TooltipEdit::ReadDocument()
 void TooltipEdit::ColourWhatIsVisible()
 {
     if (document()->characterCount() != m_tooltip.length() + 1)
-        return; // in the middle of a change
-    const std::int64_t start = cursorForPosition({0, 0}).position();
-    const std::int64_t end = cursorForPosition({viewport()->width(), viewport()->height()}).position();
-    // Each begins at its key and goes up to the next.
-    std::map<std::int64_t, QTextCharFormat> stretches{{start, {}}};
+        return;                                              // in the middle of a change
+    const int corner = cursorForPosition({0, 0}).position(); // the last where one reads from the right
+    const int opposite = cursorForPosition({viewport()->width(), viewport()->height()}).position();
+    const int start = std::min(corner, opposite);
+    const int end = std::max(corner, opposite);
+    std::map<int, QTextCharFormat> stretches{{start, {}}}; // each goes from its key up to the next
     const auto splitAt = [&](std::int64_t position) {
-        position = std::clamp(position, start, end);
-        return stretches.emplace(position, std::prev(stretches.upper_bound(position))->second).first;
+        const auto at = static_cast<int>(std::clamp<std::int64_t>(position, start, end));
+        return stretches.emplace(at, std::prev(stretches.upper_bound(at))->second).first;
     };
     const auto add = [&](CorvaneCharRange range, const QTextCharFormat& format) {
         const auto last = splitAt(range.end);
@@ -245,34 +241,34 @@ void TooltipEdit::ColourWhatIsVisible()
                 ink(range, Blue);
         }
     }
-    for (const bool isError : {false, true}) // which shows where both are
+    for (const bool isError : {false, true}) { // which shows where both are
+        QTextCharFormat format;                // of different shapes, so that no one needs to see colours
+        format.setUnderlineColor(Ink(palette(), isError ? Red : Amber));
+        format.setUnderlineStyle(isError ? QTextCharFormat::WaveUnderline : QTextCharFormat::DashUnderline);
         for (const MarkupFault& fault : m_faults)
             if (fault.IsError == isError && fault.Range.start < end && fault.Range.end > start)
-                add(fault.Range, FormatOf(fault, palette()));
+                add(fault.Range, format);
+    }
 
+    // Stretches of one format are one selection: between two of them, Qt may lose the second.
     splitAt(end);
     QList<QTextEdit::ExtraSelection> selections;
-    for (auto stretch = stretches.begin(); stretch->first != end; ++stretch) {
-        if (stretch->second.isEmpty())
+    for (auto next = stretches.begin(); next->first != end;) {
+        const auto [first, format] = *next;
+        while (next->first != end && next->second == format)
+            ++next;
+        if (format.isEmpty())
             continue;
-        // Where one selection begins at the end of another of its format, Qt may draw it as if it weren't
-        // there.
-        const bool goesOn = !selections.empty() && selections.back().format == stretch->second &&
-                            selections.back().cursor.position() == stretch->first;
-        if (!goesOn) {
-            selections.append({QTextCursor(document()), stretch->second});
-            selections.back().cursor.setPosition(static_cast<int>(stretch->first));
-        }
-        selections.back().cursor.setPosition(static_cast<int>(std::next(stretch)->first),
-                                             QTextCursor::KeepAnchor);
+        selections.append({QTextCursor(document()), format});
+        selections.back().cursor.setPosition(first);
+        selections.back().cursor.setPosition(next->first, QTextCursor::KeepAnchor);
     }
     setExtraSelections(selections);
 }
 
 void TooltipEdit::MakeRoomForLineNumbers()
 {
-    const QString digits = QStringLiteral(" %1 ").arg(blockCount());
-    const int width = fontMetrics().horizontalAdvance(digits);
+    const int width = fontMetrics().horizontalAdvance(QStringLiteral(" %1 ").arg(blockCount()));
     setViewportMargins(width, 0, 0, 0);
     m_lineNumbers->setGeometry(contentsRect().x(), contentsRect().y(), width, contentsRect().height());
 }
@@ -283,10 +279,9 @@ void TooltipEdit::PaintLineNumbers()
     painter.fillRect(m_lineNumbers->rect(), palette().alternateBase());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.setFont(font());
-    const double bottom = m_lineNumbers->height();
     for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
         const QRectF place = blockBoundingGeometry(line).translated(contentOffset());
-        if (place.top() > bottom)
+        if (place.top() > m_lineNumbers->height())
             break;
         painter.drawText(QRectF(0, place.top(), m_lineNumbers->width(), place.height()), Qt::AlignRight,
                          QStringLiteral("%1 ").arg(line.blockNumber() + 1));
@@ -297,12 +292,9 @@ void TooltipEdit::keyPressEvent(QKeyEvent* event)
 {
     QAbstractItemView* popup = m_completer.popup();
     const bool isCompleting = popup->isVisible();
-    const QList<int> choosing{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Tab};
-    if (isCompleting && (event->key() == Qt::Key_Escape ||
-                         (choosing.contains(event->key()) && popup->currentIndex().isValid()))) {
-        event->ignore(); // so that the completer takes it
-        return;
-    }
+    const bool isChoice = QStringLiteral("\r\n\t").contains(event->text()) && popup->currentIndex().isValid();
+    if (isCompleting && (event->key() == Qt::Key_Escape || (isChoice && !event->text().isEmpty())))
+        return event->ignore();                       // so that the completer takes it
     if (event == QKeySequence::InsertLineSeparator) { // U+2028 has no place in a text file
         textCursor().insertBlock();
         ensureCursorVisible();

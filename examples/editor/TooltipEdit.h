@@ -22,9 +22,8 @@ public:
     /// The text as it stands. Line ends are U+000A.
     [[nodiscard]] const TString& Tooltip() const { return m_tooltip; }
     [[nodiscard]] const std::vector<ElementRanges>& Elements() const { return m_elements; }
-    /// The element that has both ends of the selection between its brackets, or null. Valid until the text
-    /// changes.
-    [[nodiscard]] const ElementRanges* ElementAtSelection() const;
+    /// The target sheet of the valid sheet element that holds the selection; empty if there is none.
+    [[nodiscard]] QString SheetAtSelection() const;
 
     /// Finds the faults of the text as it stands.
     void FindFaults();
@@ -40,7 +39,7 @@ public:
     /// can. A trial inserts nothing.
     QString InsertFilterField(const QString& field, bool isTrial = false);
     /// Tells how many elements were changed.
-    int RenameTargetSheet(const QString& currentName, const QString& newName);
+    int RenameTargetSheet(const QString& from, const QString& to);
 
     void SetKnownNames(KnownNames names) { m_names = std::move(names); }
     /// Shows what can stand at the cursor.
@@ -55,6 +54,8 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
+    /// The element that has both ends of the selection between its brackets, or null.
+    [[nodiscard]] const ElementRanges* ElementAtSelection() const;
     void FollowChange(int position, int removed, int added);
     void ReadDocument();
     void ColourWhatIsVisible();

@@ -63,14 +63,4 @@ TString Piece(const TString& text, CorvaneCharRange range)
     return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
 }
 
-QColor Ink(const QPalette& palette, Hue hue)
-{
-    return QColor::fromHsl(hue, 200, palette.base().color().lightness() < 128 ? 190 : 75);
-}
-
-QColor Tint(const QPalette& palette, Hue hue)
-{
-    return QColor::fromHsl(hue, 120, palette.base().color().lightness() < 128 ? 50 : 235);
-}
-
 } // namespace editor

@@ -35,7 +35,13 @@ enum class ElementKind { Plain, Sheet, InvalidSheet, Unfinished };
 enum Hue { Red = 0, Amber = 35, Green = 130, Blue = 215, Violet = 285 };
 
 /// Colours of letters and of their ground that can be read on the palette's base, light or dark.
-[[nodiscard]] QColor Ink(const QPalette& palette, Hue hue);
-[[nodiscard]] QColor Tint(const QPalette& palette, Hue hue);
+[[nodiscard]] inline QColor Ink(const QPalette& palette, Hue hue)
+{
+    return QColor::fromHsl(hue, 200, palette.base().color().lightness() < 128 ? 190 : 75);
+}
+[[nodiscard]] inline QColor Tint(const QPalette& palette, Hue hue)
+{
+    return QColor::fromHsl(hue, 120, palette.base().color().lightness() < 128 ? 50 : 235);
+}
 
 } // namespace editor

@@ -26,21 +26,17 @@ int main(int argc, char** argv)
     parser.setApplicationDescription(QStringLiteral("Edits the markup of tooltip templates."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("The tooltip to open, UTF-8 text."),
-                                 QStringLiteral("[file]"));
+    parser.addPositionalArgument(QStringLiteral("[file]"), QStringLiteral("The tooltip to open, as UTF-8."));
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1) {
-        std::fprintf(stderr, "tooltip-editor: one file can be opened, not %d.\n",
-                     static_cast<int>(files.size()));
+        std::fputs("tooltip-editor: only one file can be opened at a time.\n", stderr);
         return EXIT_FAILURE;
     }
 
     // The data that this host knows of.
-    const QString fields =
-        QStringLiteral("Country,Customer Segment,Product,Quarter,Region,Sales Channel,Year");
-    const QString sheets =
-        QStringLiteral("Customer Profile,Region Comparison,Sales Map,Sales by Month,Top Customers");
+    const auto fields = QStringLiteral("Country,Customer Segment,Product,Quarter,Region,Sales Channel,Year");
+    const auto sheets = QStringLiteral("Customer Profile,Orders,Region Comparison,Sales Map,Sales by Month");
     editor::EditorWindow window({fields.split(u','), sheets.split(u',')});
     window.show();
     if (!files.isEmpty())
