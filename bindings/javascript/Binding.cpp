@@ -269,7 +269,7 @@ constexpr void (*Operations[])() = {
 
 /// Throws an `Error` with the condition in JavaScript. No destructor runs on the way, so that the memory of
 /// the call is lost; `corvanemarkup.js` puts all memory back to what it was at the start.
-extern "C" [[noreturn]] void ThrowError(const char* condition) __attribute__((import_name("throwError")));
+extern "C" [[noreturn]] void ThrowError(const char* condition);
 
 /// The linker takes this one, since it comes before that of the platform. So the module needs no exceptions,
 /// which would make it larger by a seventh. What else would throw, for want of memory, ends in a trap.

@@ -14,7 +14,7 @@ export class PreconditionError extends Error {
 const imports = {
     env: {
         emscripten_notify_memory_growth() {},
-        throwError(address) {
+        ThrowError(address) {
             const bytes = new Uint8Array(wasm.memory.buffer);
             throw new PreconditionError(
                 String.fromCharCode(...bytes.subarray(address, bytes.indexOf(0, address))));
