@@ -90,4 +90,21 @@ TEST(Scanning, OneKnownElement)
     EXPECT_EQ(Show(content), "before");
 }
 
+TEST(Scanning, NoOtherCodeUnitIsTakenForADelimiter)
+{
+    for (int number = 0; number <= 0xFFFF; ++number) {
+        const std::u16string unit(1, static_cast<char16_t>(number));
+        if (unit == u"<" || unit == u">" || unit == u"\"")
+            continue;
+        const std::u16string run(20, unit.front());
+        TString content;
+        EXPECT_EQ(FindNextMarkupElement(Text(run + u"<" + run + u">"), 0, content), 20) << number;
+        EXPECT_EQ(content.length(), 20) << number;
+        const TString noSheet = Text(unit + u"Sheet name='a'>" + run);
+        EXPECT_TRUE(VizInTooltip::GetTargetSheetNamesFromTooltipText(noSheet).empty()) << number;
+        const TString sheet = Text(u"<Sheet name='" + run + u"'>");
+        EXPECT_EQ(VizInTooltip::GetTargetSheetNamesFromTooltipText(sheet).size(), 1U) << number;
+    }
+}
+
 } // namespace
