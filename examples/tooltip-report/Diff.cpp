@@ -10,7 +10,6 @@ namespace tooltipreport {
 
 namespace {
 
-using corvanemarkup::CorvaneCharRange;
 using corvanemarkup::VizInTooltip::TextEdit;
 
 /// The start of the line that is `count` lines above the one that holds `offset`, or of the text.

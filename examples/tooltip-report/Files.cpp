@@ -53,6 +53,7 @@ std::string ReadBytes(const std::string& path)
     return ReadBytes(file, path);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): folders lie in folders
 void Search(const fs::path& folder, const std::string& pattern, std::vector<FoundFile>& found)
 {
     std::error_code error;

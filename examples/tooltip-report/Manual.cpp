@@ -87,7 +87,7 @@ std::string ManPage(const CLI::App& app, const std::vector<HelpSection>& section
 {
     const std::string& program = app.get_name();
     std::ostringstream page;
-    page << ".TH " << Escaped(InCapitals(program)) << " 1 \"\" \"" << Escaped(app.version())
+    page << ".TH " << Escaped(InCapitals(program)) << R"( 1 "" ")" << Escaped(app.version())
          << "\"\n.SH NAME\n"
          << Escaped(program) << " \\- " << Escaped(app.get_description()) << "\n.SH SYNOPSIS\n";
     for (const CLI::App* verb : VerbsOf(app))

@@ -51,18 +51,18 @@ LineAndColumn Positions::At(std::int64_t offset) const
     return position;
 }
 
-boost::optional<int> Positions::OffsetOf(LineAndColumn wanted) const
+boost::optional<int> Positions::OffsetOf(LineAndColumn position) const
 {
     const auto isBefore = [](LineAndColumn left, LineAndColumn right) {
         return left.Line != right.Line ? left.Line < right.Line : left.Column < right.Column;
     };
     // The first mark is 1:1, and no position comes before it.
-    const auto mark = std::upper_bound(m_marks.begin() + 1, m_marks.end(), wanted, isBefore) - 1;
-    LineAndColumn position = *mark;
+    const auto mark = std::upper_bound(m_marks.begin() + 1, m_marks.end(), position, isBefore) - 1;
+    LineAndColumn reached = *mark;
     auto offset = static_cast<int>(mark - m_marks.begin()) * interval;
-    for (; isBefore(position, wanted) && offset < m_text.length(); ++offset)
-        position = After(position, m_text[offset]);
-    if (position.Line != wanted.Line || position.Column != wanted.Column)
+    for (; isBefore(reached, position) && offset < m_text.length(); ++offset)
+        reached = After(reached, m_text[offset]);
+    if (reached.Line != position.Line || reached.Column != position.Column)
         return boost::none;
     return offset;
 }

@@ -23,7 +23,7 @@ std::string UriOf(const std::string& path)
         if (isAsItIs)
             uri += character;
         else
-            uri = uri + '%' + hexDigits[byte / 16] + hexDigits[byte % 16];
+            uri.append({'%', hexDigits[byte / 16], hexDigits[byte % 16]});
     }
     return uri;
 }
