@@ -23,7 +23,7 @@ public:
         for (std::size_t number = 0; number < m_texts.Count(); ++number)
             if (AreSame(m_texts[number], text))
                 return number;
-        if (m_texts.Count() == m_texts.Few)
+        if (m_texts.Count() == FewOrMany<TextView>::Few)
             return AddByHash(text);
         m_texts.Add() = text;
         return m_texts.Count() - 1;
