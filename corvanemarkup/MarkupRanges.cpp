@@ -44,8 +44,8 @@ std::vector<AttributeRanges> FindAttributeRanges(const TString& text, CorvaneCha
         if (parts.IsNameAndValue)
             attribute.NameAndValue = AttributeView{parts.Name, parts.EscapedValue}.ToNameAndValue();
         if (AreSameAttributeName(parts.Name, LiteralOf(Impl::SheetMarkupAttribute::Filter)))
-            ForEachFieldInText(parts.EscapedValue, scratch, [&](TextView inText, TextView meant) {
-                attribute.Fields.emplace_back(RangeOf(inText, whole),
+            ForEachFieldInText(parts.EscapedValue, scratch, [&](TextView written, TextView meant) {
+                attribute.Fields.emplace_back(RangeOf(written, whole),
                                               ToString(meant.substr(1, meant.size() - 2)));
             });
     }

@@ -56,7 +56,7 @@ private:
 
     using Changes = std::vector<Change*>;
 
-    void MakeWhatCanBe(Changes::iterator first, Changes::iterator last);
+    void MakeWhatCanBe(Changes changes);
     [[nodiscard]] bool CanBeMade() const;
 
     const WalkedElement& m_element;
@@ -97,7 +97,7 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
             if (!change.IsMade)
                 open.push_back(&change);
         if (open.size() != before)
-            MakeWhatCanBe(open.begin(), open.end());
+            MakeWhatCanBe(open);
     } while (open.size() != before && m_triesLeft > 0);
     for (const Change& change : m_changes) {
         if (!change.IsMade)
@@ -108,23 +108,26 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
     }
 }
 
-/// Makes all of the changes if the element reads back then; otherwise tries each half.
-void SheetRenaming::MakeWhatCanBe(Changes::iterator first, Changes::iterator last)
+/// Makes all of the changes if the element reads back then; otherwise tries each half, and so on.
+void SheetRenaming::MakeWhatCanBe(Changes changes)
 {
-    if (first == last || m_triesLeft == 0)
-        return;
-    --m_triesLeft;
-    const auto set = [&](bool isMade) {
-        std::for_each(first, last, [isMade](Change* change) { change->IsMade = isMade; });
-    };
-    set(true);
-    if (CanBeMade())
-        return;
-    set(false);
-    if (last - first > 1) {
-        const auto middle = first + (last - first) / 2;
-        MakeWhatCanBe(first, middle);
-        MakeWhatCanBe(middle, last);
+    std::vector<std::pair<Changes::iterator, Changes::iterator>> parts{{changes.begin(), changes.end()}};
+    for (; !parts.empty() && m_triesLeft > 0; --m_triesLeft) {
+        const auto first = parts.back().first;
+        const auto last = parts.back().second;
+        parts.pop_back();
+        const auto set = [&](bool isMade) {
+            std::for_each(first, last, [isMade](Change* change) { change->IsMade = isMade; });
+        };
+        set(true);
+        if (CanBeMade())
+            continue;
+        set(false);
+        if (last - first > 1) {
+            const auto middle = first + (last - first) / 2;
+            parts.emplace_back(middle, last);
+            parts.emplace_back(first, middle);
+        }
     }
 }
 
