@@ -29,6 +29,8 @@ EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNam
     MakeDocks();
     restoreState(QSettings().value(QStringLiteral("docks")).toByteArray());
 
+    m_afterEvent.setSingleShot(true);
+    connect(&m_afterEvent, &QTimer::timeout, this, &EditorWindow::AskAboutNewerFile);
     m_pause.setSingleShot(true);
     m_pause.setInterval(300);
     connect(&m_pause, &QTimer::timeout, this, &EditorWindow::UpdateViews);
@@ -251,7 +253,7 @@ void EditorWindow::changeEvent(QEvent* event)
     if (event->type() == QEvent::PaletteChange)
         UpdateViews();
     else if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        QTimer::singleShot(0, this, &EditorWindow::AskAboutNewerFile); // once the event is done with
+        m_afterEvent.start(0);
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event)

@@ -195,6 +195,39 @@ void TooltipEdit::ReadDocument()
     ColourWhatIsVisible();
 }
 
+namespace {
+
+template <typename Ink>
+void ColourAttributes(const std::vector<AttributeRanges>& attributes, Ink ink)
+{
+    for (const AttributeRanges& attribute : attributes) {
+        if (attribute.NameAndValue && attribute.NameAndValue->Name == Impl::SheetMarkupAttributeNames::Name)
+            ink(attribute.Value, Violet);
+        for (const auto& [range, field] : attribute.Fields)
+            ink(range, Blue);
+    }
+}
+
+/// One selection for all neighbours of one format.
+QList<QTextEdit::ExtraSelection> SelectionsOf(QTextDocument* document,
+                                              const std::map<int, QTextCharFormat>& stretches, int end)
+{
+    QList<QTextEdit::ExtraSelection> selections;
+    for (auto next = stretches.begin(); next->first != end;) {
+        const auto [first, format] = *next;
+        while (next->first != end && next->second == format)
+            ++next;
+        if (format.isEmpty())
+            continue;
+        selections.append({QTextCursor(document), format});
+        selections.back().cursor.setPosition(first);
+        selections.back().cursor.setPosition(next->first, QTextCursor::KeepAnchor);
+    }
+    return selections;
+}
+
+} // namespace
+
 void TooltipEdit::ColourWhatIsVisible()
 {
     if (document()->characterCount() != m_tooltip.length() + 1)
@@ -233,13 +266,7 @@ void TooltipEdit::ColourWhatIsVisible()
             continue;
         colour(element->Element, QTextFormat::BackgroundBrush,
                Tint(palette(), kind == ElementKind::Sheet ? Green : Red));
-        for (const AttributeRanges& attribute : FindAttributeRanges(m_tooltip, element->Content)) {
-            if (attribute.NameAndValue &&
-                attribute.NameAndValue->Name == Impl::SheetMarkupAttributeNames::Name)
-                ink(attribute.Value, Violet);
-            for (const auto& [range, field] : attribute.Fields)
-                ink(range, Blue);
-        }
+        ColourAttributes(FindAttributeRanges(m_tooltip, element->Content), ink);
     }
     for (const bool isError : {false, true}) { // which shows where both are
         QTextCharFormat format;                // of different shapes, so that no one needs to see colours
@@ -252,18 +279,7 @@ void TooltipEdit::ColourWhatIsVisible()
 
     // Stretches of one format are one selection: between two of them, Qt may lose the second.
     splitAt(end);
-    QList<QTextEdit::ExtraSelection> selections;
-    for (auto next = stretches.begin(); next->first != end;) {
-        const auto [first, format] = *next;
-        while (next->first != end && next->second == format)
-            ++next;
-        if (format.isEmpty())
-            continue;
-        selections.append({QTextCursor(document()), format});
-        selections.back().cursor.setPosition(first);
-        selections.back().cursor.setPosition(next->first, QTextCursor::KeepAnchor);
-    }
-    setExtraSelections(selections);
+    setExtraSelections(SelectionsOf(document(), stretches, end));
 }
 
 void TooltipEdit::MakeRoomForLineNumbers()

@@ -13,7 +13,7 @@ int main(int argc, char** argv)
         [](QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
             if (type != QtFatalMsg)
                 return;
-            std::fputs("tooltip-editor: no window can be shown. Is there a display?\n", stderr);
+            (void)std::fputs("tooltip-editor: no window can be shown. Is there a display?\n", stderr);
             std::_Exit(EXIT_FAILURE);
         });
     const QApplication application(argc, argv);
@@ -30,7 +30,7 @@ int main(int argc, char** argv)
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1) {
-        std::fputs("tooltip-editor: only one file can be opened at a time.\n", stderr);
+        (void)std::fputs("tooltip-editor: only one file can be opened at a time.\n", stderr);
         return EXIT_FAILURE;
     }
 
