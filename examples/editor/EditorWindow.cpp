@@ -29,8 +29,6 @@ EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNam
     MakeDocks();
     restoreState(QSettings().value(QStringLiteral("docks")).toByteArray());
 
-    m_afterEvent.setSingleShot(true);
-    connect(&m_afterEvent, &QTimer::timeout, this, &EditorWindow::AskAboutNewerFile);
     m_pause.setSingleShot(true);
     m_pause.setInterval(300);
     connect(&m_pause, &QTimer::timeout, this, &EditorWindow::UpdateViews);
@@ -253,7 +251,7 @@ void EditorWindow::changeEvent(QEvent* event)
     if (event->type() == QEvent::PaletteChange)
         UpdateViews();
     else if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        m_afterEvent.start(0);
+        QTimer::singleShot(0, this, &EditorWindow::AskAboutNewerFile); // once the event is done with
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event)

@@ -64,7 +64,6 @@ private:
     std::map<TString, std::set<TString>> m_shownSheets;
     QStringList m_shownFields;
     QTimer m_pause;
-    QTimer m_afterEvent;
 
     TooltipEdit* m_edit = new TooltipEdit;
     QLineEdit* m_searched = new QLineEdit;
