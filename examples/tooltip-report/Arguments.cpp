@@ -189,7 +189,8 @@ void CheckArguments(const Arguments& arguments)
             throw CLI::ValidationError("nothing to rename", "give --sheet OLD=NEW or --field OLD=NEW");
         std::error_code unknown;
         const bool isOneFile =
-            arguments.Files.size() == 1 && !std::filesystem::is_directory(arguments.Files[0], unknown);
+            arguments.Files.size() == 1 &&
+            !std::filesystem::is_directory(std::filesystem::u8path(arguments.Files[0]), unknown);
         if (!isOneFile && !arguments.InPlace && !arguments.Diff)
             throw CLI::ValidationError("FILE", "for more than one, give --in-place or --diff");
     }
@@ -219,7 +220,7 @@ std::string HelpFooter()
 
 } // namespace
 
-Arguments ReadArguments(int argc, const char* const* argv)
+Arguments ReadArguments(std::vector<std::string> commandLine)
 {
     CLI::App app("Check, show and edit the markup of tooltips", "tooltip-report");
     app.set_version_flag("--version", "tooltip-report " TOOLTIP_REPORT_VERSION);
@@ -244,7 +245,8 @@ Arguments ReadArguments(int argc, const char* const* argv)
         return UsageError(message + "; see " + help);
     };
     try {
-        app.parse(argc, argv);
+        std::reverse(commandLine.begin(), commandLine.end()); // as it is wanted there
+        app.parse(commandLine);
         if (*manPage)
             arguments.Text = ManPage(app, sections);
         else if (*bashCompletion)

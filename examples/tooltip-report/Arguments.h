@@ -45,7 +45,7 @@ struct Arguments
     bool Caret = false;
 };
 
-/// Throws `UsageError`.
-[[nodiscard]] Arguments ReadArguments(int argc, const char* const* argv);
+/// Reads the arguments of the program, without its name. Throws `UsageError`.
+[[nodiscard]] Arguments ReadArguments(std::vector<std::string> commandLine);
 
 } // namespace tooltipreport

@@ -18,6 +18,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Throws a `FileError` of what the system has just refused: `what`, the path, and the reason in `errno`.
+[[noreturn]] void ThrowFileError(const std::string& what, const std::string& path);
+
 /// The name that stands for standard input.
 constexpr char StandardInput[] = "-";
 

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <iterator>
+#ifdef TOOLTIP_REPORT_UTF8PROC
 #include <utf8proc.h>
+#endif
 
 namespace tooltipreport {
 
@@ -23,6 +25,16 @@ LineAndColumn After(LineAndColumn position, char16_t unit)
         return {position.Line + 1, 1};
     // Both halves of a surrogate pair are one character.
     return {position.Line, position.Column + (utf::utf_traits<char16_t>::is_trail(unit) ? 0 : 1)};
+}
+
+/// How many columns of a terminal the character takes.
+std::size_t ColumnsOf([[maybe_unused]] char32_t character)
+{
+#ifdef TOOLTIP_REPORT_UTF8PROC
+    return static_cast<std::size_t>(utf8proc_charwidth(static_cast<utf8proc_int32_t>(character)));
+#else
+    return 1;
+#endif
 }
 
 } // namespace
@@ -96,8 +108,7 @@ RuledLine RuleLine(const TString& text, corvanemarkup::CorvaneCharRange range)
         const bool isInRange = unit - units >= range.start && unit - units < range.end;
         const char32_t symbol = Symbol(utf::utf_traits<char16_t>::decode(unit, units + text.length()));
         utf::utf_traits<char>::encode(symbol, std::back_inserter(ruled.Line));
-        const int columns = utf8proc_charwidth(static_cast<utf8proc_int32_t>(symbol));
-        const auto width = static_cast<std::size_t>(columns);
+        const std::size_t width = ColumnsOf(symbol);
         if (isInRange)
             ruled.Ruler.append(width, '^');
         else if (unit - units <= range.start)

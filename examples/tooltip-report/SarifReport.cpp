@@ -15,8 +15,9 @@ namespace {
 std::string UriOf(const std::string& path)
 {
     constexpr char hexDigits[] = "0123456789ABCDEF";
-    std::string uri = path.compare(0, 1, "/") == 0 ? "file://" : "";
-    for (const char character : std::filesystem::path(path).lexically_normal().string()) {
+    const auto file = std::filesystem::u8path(path).lexically_normal();
+    std::string uri = !file.is_absolute() ? "" : file.has_root_name() ? "file:///" : "file://";
+    for (const char character : file.generic_u8string()) {
         const auto byte = static_cast<unsigned char>(character);
         const bool isAsItIs =
             byte < 0x80 && (std::isalnum(byte) != 0 || std::strchr("-._~/", character) != nullptr);

@@ -5,6 +5,7 @@
 #include "Files.h"
 #include "Positions.h"
 #include "Reports.h"
+#include "System.h"
 #include "TooltipText.h"
 
 #include <corvanemarkup/TextEdits.h>
@@ -16,8 +17,10 @@
 #include <ios>
 #include <iostream>
 #include <set>
+#include <string>
 #include <system_error>
-#include <unistd.h>
+#include <utility>
+#include <vector>
 
 namespace tooltipreport {
 
@@ -37,7 +40,7 @@ bool UsesColours(const Arguments& arguments)
     const char* const noColour = std::getenv("NO_COLOR"); // NOLINT(concurrency-mt-unsafe): nothing else runs
     if (arguments.Color != "auto")
         return arguments.Color == "always";
-    return isatty(STDOUT_FILENO) != 0 && (noColour == nullptr || *noColour == '\0');
+    return (noColour == nullptr || *noColour == '\0') && IsTerminalOutput();
 }
 
 /// Calls `use` with each tooltip, and `fail` with the path of what can't be used and the reason.
@@ -173,9 +176,9 @@ int Insert(const Arguments& arguments)
     return AllIsWell;
 }
 
-int Run(int argc, const char* const* argv)
+int Run(std::vector<std::string> commandLine)
 {
-    const Arguments arguments = ReadArguments(argc, argv);
+    const Arguments arguments = ReadArguments(std::move(commandLine));
     if (arguments.Verb == "check")
         return Check(arguments);
     if (arguments.Verb == "show")
@@ -197,11 +200,12 @@ int Run(int argc, const char* const* argv)
 int main(int argc, char** argv)
 {
     using namespace tooltipreport;
+    PassBytesAsTheyAre();
     try {
         // Only a stream of its own tells when reading standard input fails.
         std::ios::sync_with_stdio(false);
         std::cout.exceptions(std::ios::badbit);
-        const int status = Run(argc, argv);
+        const int status = Run(ReadCommandLine(argc, argv));
         std::cout.flush();
         return status;
     } catch (const std::ios_base::failure&) {
