@@ -34,8 +34,8 @@ enum class MarkupFaultKind : std::int32_t {
     DuplicateAttribute, ///< each attribute with the name of an earlier one
     MissingSheetName,   ///< the empty `name`, or the element if it has none
     InvalidSheetSize,   ///< the `maxwidth` or `maxheight` that is out of range
-    /// An attribute that a sheet element can't have. If white space other than spaces makes it one, that has
-    /// a fault of its own, `OtherWhiteSpace`.
+    /// An attribute that a sheet element can't have. If white space other than spaces makes it one, its range
+    /// begins with that, and `OtherWhiteSpace` is told beside it.
     UnallowedAttribute,
 
     // Of valid elements.
@@ -48,8 +48,8 @@ struct MarkupFault
 {
     MarkupFaultKind Kind;
     CorvaneCharRange Range;
-    /// Whether a sheet is lost: the element is called Sheet, holds a `=` and isn't valid; or its quotes hide
-    /// the rest of the text. All else, such as `x < 5`, may well be meant.
+    /// Whether a sheet is lost: the kind is `OpenQuotes`, or the element is called Sheet, holds a `=` and
+    /// isn't valid. All else, such as `x < 5`, may well be meant.
     bool IsError;
 };
 

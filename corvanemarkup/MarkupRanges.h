@@ -72,8 +72,9 @@ struct AttributeRanges
     std::vector<std::pair<CorvaneCharRange, TString>> Fields;
 };
 
-/// The attributes of an element in text order, whatever the element is called. `contentRange` is where its
-/// content stands in `text`. Nothing unless 0 <= start <= end <= the length of the text.
+/// The attributes of an element in text order, whatever the element is called: the field `<Total Sales>` has
+/// one, `Sales`. `contentRange` is where its content stands in `text`. Nothing unless 0 <= start <= end <=
+/// the length of the text.
 ///
 /// Reads what it can where `VizInTooltipProperties::FromMarkupText` refuses the content. Where that gives an
 /// element, the names, values and fields are that element's. An attribute whose quotes are open is the last

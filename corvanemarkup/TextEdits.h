@@ -38,19 +38,22 @@ struct TextEdit
 [[nodiscard]] CORVANEMARKUP_EXPORT bool IsFieldName(const TString& name);
 
 /// The edits that rename sheets and fields, each from its old name, the key, to its new one. Each name is
-/// changed once, so that two can be exchanged.
+/// changed once, so that two can be exchanged. Old names are met in these very letters; one that is its own
+/// new name gives no edit.
 ///
 /// Sheets are renamed in valid sheet elements, fields in the filters of these and in plain elements whose
-/// whole content is the field. The edits touch the names alone; quotes in a new name are doubled as needed.
-/// An occurrence stays as it is where the new name would change what the rest of the tooltip reads as:
+/// whole content is the field: `<b>` is the field `b`. The edits touch the names alone; quotes in a new name
+/// are doubled as needed. An occurrence stays as it is where the new name would change what the rest of the
+/// tooltip reads as:
 ///
 ///     <Sheet name="q" <a> and <Sheet name="T">      `a` can't become `x"y`, which would open a quote
 ///
 /// Throws through `ThrowLogicException` if a new sheet name is empty ("!newSheetName.empty()"), or a new
 /// field is none ("IsFieldName(newField)"), whether or not the old names occur; and `std::length_error` if an
-/// element gets too long for a text. Takes time linear in the
-/// tooltip, but for looking names up. Where brackets and quotes in fields of one filter depend on each other,
-/// more of these fields than need be may stay as they are: only so many combinations are tried.
+/// element gets too long for a text. Takes time linear in the tooltip, but for looking names up.
+///
+/// If new fields of one filter can't all be had, because of quotes or brackets in them, as many as are found
+/// to go together are renamed. Not all combinations are tried, so that more of them than need be may stay.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TextEdit>
 RenameSheetsAndFields(const TString& tooltipText, const std::map<TString, TString>& newSheetNames,
                       const std::map<TString, TString>& newFields);
@@ -67,17 +70,18 @@ struct FieldInsertion
 ///
 /// The field takes the place of the fields, from the first to the last, that the selection overlaps, or that
 /// the cursor stands strictly inside. Without such it goes to the end, where it stands once. `exclusiveField`
-/// stands alone: inserted, it replaces all fields; when another is inserted, it goes. The new fields take the
-/// place of the whole value of the first `filter`, joined by commas; without one, a `filter` comes after the
-/// last attribute.
+/// stands alone: inserted, it replaces all fields; when another is inserted, it goes. A host without such a
+/// field passes an empty text. The new fields take the place of the whole value of the first `filter`, joined
+/// by commas; without one, a `filter` comes after the last attribute.
 ///
 ///     <Sheet name="S" filter="<a>,<b>">
 ///                              ^             with the cursor here, `x` makes it "<x>,<b>"
 ///                             ^^^^^          with this selected, "<x>"
 ///
-/// None if no such element holds the selection, if `IsFieldName(fieldToInsert)` is false, or if the result
-/// would not read back: as where the first attribute is none of a sheet element's, so that no quotes protect
-/// brackets. Throws `std::length_error` if the result is too long.
+/// None if no such element holds the selection, as while its bracket or a quote is still to be typed; if the
+/// selection starts after its end; if `IsFieldName(fieldToInsert)` is false; or if the result would not read
+/// back: as where the first attribute is none of a sheet element's, so that no quotes protect brackets.
+/// Throws `std::length_error` if the result is too long.
 [[nodiscard]] CORVANEMARKUP_EXPORT boost::optional<FieldInsertion>
 InsertFilterFieldAt(const TString& tooltipText, CorvaneCharRange selection, const TString& fieldToInsert,
                     const TString& exclusiveField);

@@ -7,6 +7,8 @@
 /// `VizInTooltipProperties::FromMarkupText` gives an object whose `IsValid` is true; its target sheet is its
 /// name.
 ///
+/// To edit a whole tooltip, `TextEdits.h` is simpler, and leaves all other text as it is.
+///
 /// Positions count UTF-16 code units, and ranges are half-open. Each operation takes time linear in its
 /// texts; sorting adds a logarithm.
 
@@ -134,8 +136,8 @@ InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(const MarkupText& sheetMa
 
 /// The filter fields of each target sheet, from the valid sheet elements that `CollectMarkupElements` finds.
 /// An element without a `filter` stands for the one field "All Fields". An element whose `filter` holds no
-/// field is passed over. If several elements have the same target sheet, the first in the order of their
-/// texts decides.
+/// field is passed over. If several elements have the same target sheet, the one whose content is least
+/// decides, wherever it stands.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::map<TString, std::set<TString>>
 GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText);
 
@@ -146,7 +148,8 @@ CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const TString& previousTool
                                                      const TString& currentTooltipText);
 
 /// All filter fields of the valid sheet elements that `CollectMarkupElements` finds, duplicates included. The
-/// elements come in falling order of their texts, and the fields of each in their own order.
+/// elements come from the greatest content to the least, wherever they stand, and the fields of each in their
+/// own order.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
 GetFilterFieldsFromSheetMarkupInTooltipText(const TString& tooltipText);
 

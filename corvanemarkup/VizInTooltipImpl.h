@@ -1,7 +1,7 @@
 #pragma once
 
-/// The operations on sheet markup that the rest of the library, and hosts with a scanner of their own, build
-/// on. Positions count UTF-16 code units.
+/// The operations on sheet markup that the rest of the library builds on, and that hosts may, too: they stay
+/// like all public ones. Positions count UTF-16 code units.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/Export.h>
