@@ -4,6 +4,9 @@
 #include "Texts.h"
 
 #include <corvanemarkup/MarkupElementFinders.h>
+#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupRanges.h>
+#include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/VizInTooltip.h>
 
 #include <cstdio>
@@ -59,14 +62,16 @@ int main()
     {
         const char* Name;
         TString Text;
+        CorvaneCharRange Cursor;
     } tooltips[] = {
-        {"no element", ToTString(std::u16string(1000, u'.'))},
+        {"no element", ToTString(std::u16string(1000, u'.')), {500, 500}},
         {"two sheets, three fields",
          ToTString(u"Sales of <Region> compared with the year before:\n"
                    u"<Sheet name=\"Sales by Region\" maxwidth=\"300\" maxheight=\"300\" "
                    u"filter=\"<Region>,<Year>\">\n"
                    u"and the products that contributed to <Profit>:\n"
-                   u"<Sheet name=\"Top 10\" maxwidth=\"640\" maxheight=\"480\" filter=\"<Category>\">\n")},
+                   u"<Sheet name=\"Top 10\" maxwidth=\"640\" maxheight=\"480\" filter=\"<Category>\">\n"),
+         {110, 110}},
     };
     const struct
     {
@@ -86,6 +91,12 @@ int main()
               [&] { return VizInTooltip::GetTargetSheetNamesFromTooltipText(text); });
         Print("GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText", tooltip.Name, [&] {
             return VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(text);
+        });
+        Print("FindElementRanges", tooltip.Name, [&] { return VizInTooltip::FindElementRanges(text); });
+        Print("FindMarkupFaults", tooltip.Name, [&] { return VizInTooltip::FindMarkupFaults(text); });
+        Print("InsertFilterFieldAt", tooltip.Name, [&] {
+            return VizInTooltip::InsertFilterFieldAt(text, tooltip.Cursor, ToTString(u"Category"),
+                                                     ToTString(u"All"));
         });
     }
     for (const auto& element : elements) {
