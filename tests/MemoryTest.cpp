@@ -33,6 +33,9 @@ namespace {
 
 TEST(Memory, AnyAllocationMayFail)
 {
+#if defined(_LIBCPP_VERSION) && _LIBCPP_VERSION < 16000
+    GTEST_SKIP() << "the vectors of this standard library lose their memory when copying an element fails";
+#endif
     // With texts that are too long to be held without an allocation.
     const TString element = Text(u"<Sheet MAXWIDTH='300' MAXHEIGHT='0200' name='the ''sheet''' "
                                  u"filter='<a long ''field''>,<another one>'>");

@@ -26,7 +26,6 @@ std::string ReadBytes(std::istream& stream, const std::string& path)
         stream.read(block.data(), block.size());
         bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
     } while (stream.good());
-    // A folder opens like a file, and fails here.
     if (stream.bad())
         ThrowFileError("cannot read", path);
     return bytes;
@@ -36,6 +35,11 @@ std::string ReadBytes(const std::string& path)
 {
     if (path == StandardInput)
         return ReadBytes(std::cin, path);
+    std::error_code unknown;
+    if (fs::is_directory(fs::u8path(path), unknown)) { // which some systems open like a file
+        errno = EISDIR;
+        ThrowFileError("cannot read", path);
+    }
     std::ifstream file(fs::u8path(path), std::ios::binary);
     if (!file.is_open())
         ThrowFileError("cannot open", path);
