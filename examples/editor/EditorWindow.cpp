@@ -13,7 +13,6 @@ namespace editor {
 
 EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNames))
 {
-    m_edit->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
     m_edit->setMinimumSize(330, 80); // in a narrow window, the lists give way
     m_searched->setPlaceholderText(tr("Find: Enter, F3, Shift+F3"));
@@ -89,9 +88,9 @@ void EditorWindow::MakeMenus()
         m_edit->setFocus();
     });
     QMenu* help = menuBar()->addMenu(tr("&Help"));
-    help->addAction(tr("&Keys"), QKeySequence(tr("F1")), this, [this] {
+    help->addAction(tr("&Keys"), QKeySequence(tr("F1")), this, [this, edit] {
         QString keys = tr("<: Complete\nEnter, in a list: go there, or insert the field");
-        for (const QAction* action : findChildren<QAction*>())
+        for (const QAction* action : edit->actions() + m_view->actions())
             if (!action->shortcut().isEmpty())
                 keys += u'\n' + action->shortcut().toString() + u'\t' + action->text().remove(u'&');
         Say(keys);
@@ -139,13 +138,13 @@ void EditorWindow::MakeDocks()
     m_previewDock = AddDock(tr("Preview"), m_preview, tr("Ctrl+1"));
     QDockWidget* sheetsDock = AddDock(tr("Sheets"), m_sheets, tr("Ctrl+2"));
     m_fieldsDock = AddDock(tr("Fields"), fields, tr("Ctrl+3"));
+    const bool isLow = height() < 500;
+    if (isLow)
+        tabifyDockWidget(m_previewDock, sheetsDock);
     tabifyDockWidget(sheetsDock, m_fieldsDock);
     tabifyDockWidget(sheetsDock, AddDock(tr("Changes"), m_changes, tr("Ctrl+4")));
     m_faultsDock = AddDock(tr("Faults"), m_faults, tr("Ctrl+5"));
     addDockWidget(Qt::BottomDockWidgetArea, m_faultsDock);
-    const bool isLow = height() < 500;
-    if (isLow)
-        tabifyDockWidget(m_previewDock, sheetsDock);
     (isLow ? m_previewDock : sheetsDock)->raise();
     resizeDocks({m_previewDock}, {width() * 2 / 5}, Qt::Horizontal);
     resizeDocks({m_faultsDock}, {isLow ? 60 : 110}, Qt::Vertical);

@@ -39,8 +39,7 @@ private:
     bool Write(const QString& path);
     void SetText(const QString& text, const QString& path);
     void TakeAsSaved(const QString& path, const QString& text);
-    /// The text of the file that is open; none if it can't be read.
-    [[nodiscard]] std::optional<QString> TextOnDisk() const;
+    [[nodiscard]] std::optional<QString> TextOnDisk() const; ///< none if it can't be read
     void AskAboutNewerFile();
 
     void UpdateViews();

@@ -33,10 +33,8 @@ void DrawSheet(QTextCursor& cursor, const VizInTooltipProperties& sheet, double 
     if (fields.empty())
         fields.append(sheet.HasFilter() ? QStringLiteral("no fields") : QStringLiteral("all fields"));
     const QString percent = QString::number(scale * 100, 'f', 0);
-    cursor.insertText(
-        QStringLiteral("\n%1 × %2, here at %3 %\n").arg(size.width).arg(size.height).arg(percent) +
-            fields.join(QStringLiteral(", ")),
-        {});
+    const auto room = QStringLiteral("\n%1 × %2 (%3 %)\n").arg(size.width).arg(size.height).arg(percent);
+    cursor.insertText(room + fields.join(QStringLiteral(", ")), {});
     cursor.movePosition(QTextCursor::End);
 }
 

@@ -29,6 +29,8 @@ TString AsInDocument(const QString& name)
 
 TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumbers(new QWidget(this))
 {
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    MakeRoomForLineNumbers();
     // For the keyboard; in a sheet element a tab wouldn't separate anyway.
     setTabChangesFocus(true);
     connect(document(), &QTextDocument::contentsChange, this, &TooltipEdit::FollowChange);
@@ -172,8 +174,10 @@ void TooltipEdit::Complete()
 
 void TooltipEdit::FollowChange(int position, int removed, int added)
 {
+    const std::int64_t last = document()->characterCount() - 1; // Qt may count the end of the text in
     const auto follow = [=](std::int64_t edge) {
-        return edge >= position + removed ? edge + added - removed : std::min<std::int64_t>(edge, position);
+        const bool isAfter = edge >= position + removed;
+        return std::min(isAfter ? edge + added - removed : std::min<std::int64_t>(edge, position), last);
     };
     for (MarkupFault& fault : m_faults)
         fault.Range = {follow(fault.Range.start), follow(fault.Range.end)};
@@ -293,7 +297,7 @@ void TooltipEdit::PaintLineNumbers()
 {
     QPainter painter(m_lineNumbers);
     painter.fillRect(m_lineNumbers->rect(), palette().alternateBase());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.setOpacity(0.6);
     painter.setFont(font());
     for (QTextBlock line = firstVisibleBlock(); line.isValid(); line = line.next()) {
         const QRectF place = blockBoundingGeometry(line).translated(contentOffset());
@@ -346,7 +350,7 @@ bool TooltipEdit::eventFilter(QObject* watched, QEvent* event)
 void TooltipEdit::resizeEvent(QResizeEvent* event)
 {
     QPlainTextEdit::resizeEvent(event);
-    MakeRoomForLineNumbers();
+    m_lineNumbers->resize(m_lineNumbers->width(), height());
     ColourWhatIsVisible();
 }
 
