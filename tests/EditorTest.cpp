@@ -75,20 +75,17 @@ class EditorTest : public QObject
         return shown;
     }
 
-    /// Where keys go.
-    static QWidget* Target()
+    /// Keys go to a popup, or else to where the focus is.
+    template <typename Key>
+    static void Press(Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QWidget* popup = QApplication::activePopupWidget();
-        return popup != nullptr ? popup : QApplication::focusWidget();
-    }
-    static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-    {
-        QTest::keyClick(Target(), key, modifiers);
+        QTest::keyClick(popup != nullptr ? popup : QApplication::focusWidget(), key, modifiers);
     }
     static void Type(const char* text)
     {
-        for (const char* letter = text; *letter != '\0'; ++letter)
-            QTest::keyClick(Target(), *letter);
+        for (; *text != '\0'; ++text)
+            Press(*text);
     }
     static void Insert(const char* field)
     {

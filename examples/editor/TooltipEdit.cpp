@@ -50,8 +50,8 @@ TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumber
                 const bool isAttribute = completion.Shown.endsWith(QStringLiteral("=\"\""));
                 Apply({completion.Edit});
                 GoTo(completion.Edit.Replaced.start + completion.Edit.Text.length() - (isAttribute ? 1 : 0));
-                if (isAttribute) // the value of which comes next
-                    Complete();
+                if (isAttribute)                                         // the value of which comes next
+                    QTimer::singleShot(0, this, &TooltipEdit::Complete); // once the popup is gone
             });
 }
 
