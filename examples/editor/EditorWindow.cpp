@@ -16,12 +16,13 @@ EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNam
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
     m_edit->setMinimumSize(330, 80); // in a narrow window, the lists give way
     m_searched->setPlaceholderText(tr("Find: Enter, F3, Shift+F3"));
+    m_searched->setMaximumWidth(200); // beside which there is room to tell that nothing was found
     m_searched->hide();
     setCentralWidget(m_edit);
     m_place->setTextFormat(Qt::PlainText);
     m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
     statusBar()->addWidget(m_place, 1);
-    statusBar()->addPermanentWidget(m_searched, 1);
+    statusBar()->addPermanentWidget(m_searched);
     statusBar()->addPermanentWidget(m_position);
     resize(QSize(1100, 720).boundedTo(screen()->availableSize() - QSize(10, 40))); // room for the frame
     MakeMenus();
@@ -89,7 +90,7 @@ void EditorWindow::MakeMenus()
     });
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&Keys"), QKeySequence(tr("F1")), this, [this, edit] {
-        QString keys = tr("<: Complete\nEnter, in a list: go there, or insert the field");
+        QString keys = tr("<\tComplete\nEnter\tIn a list: go there, or insert the field");
         for (const QAction* action : edit->actions() + m_view->actions())
             if (!action->shortcut().isEmpty())
                 keys += u'\n' + action->shortcut().toString() + u'\t' + action->text().remove(u'&');
@@ -187,9 +188,11 @@ bool EditorWindow::Save()
 {
     if (m_path.isEmpty())
         return Write(QFileDialog::getSaveFileName(this));
-    if (QFileInfo::exists(m_path) && TextOnDisk() != m_textOnDisk &&
+    const auto onDisk = TextOnDisk();
+    m_refusedText = onDisk.value_or(m_refusedText);
+    if (QFileInfo::exists(m_path) && onDisk != m_textOnDisk &&
         Say(tr("%1 was changed on disk after it was opened. Save over it all the same?").arg(m_path),
-            QMessageBox::Save | QMessageBox::Cancel) != QMessageBox::Save)
+            QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Save)
         return false;
     return Write(m_path);
 }
@@ -239,7 +242,7 @@ void EditorWindow::AskAboutNewerFile()
     m_refusedText = *text;
     const int position = m_edit->textCursor().position();
     if (Say(tr("%1 was changed on disk. Open it anew, without what was changed here?").arg(m_path),
-            QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes &&
+            QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes &&
         Open(m_path))
         m_edit->GoTo(position);
 }
@@ -408,9 +411,11 @@ void EditorWindow::RenameSheet()
     UpdateViews();
 }
 
-QMessageBox::StandardButton EditorWindow::Say(const QString& text, QMessageBox::StandardButtons buttons)
+QMessageBox::StandardButton EditorWindow::Say(const QString& text, QMessageBox::StandardButtons buttons,
+                                              QMessageBox::StandardButton usual)
 {
     QMessageBox box(QMessageBox::NoIcon, {}, text, buttons, this);
+    box.setDefaultButton(usual);
     box.setTextFormat(Qt::PlainText); // a file's name may look like markup
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }

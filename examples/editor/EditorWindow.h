@@ -52,7 +52,8 @@ private:
     void InsertField(const QString& field);
     void RenameSheet();
     QMessageBox::StandardButton Say(const QString& text,
-                                    QMessageBox::StandardButtons buttons = QMessageBox::Ok);
+                                    QMessageBox::StandardButtons buttons = QMessageBox::Ok,
+                                    QMessageBox::StandardButton usual = QMessageBox::NoButton);
 
     KnownNames m_hostNames;
     QString m_path;
