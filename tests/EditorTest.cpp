@@ -148,7 +148,7 @@ private slots:
             shown,
             QStringLiteral(
                 R"(<b> 215 0|<Sheet name=" 130 0|""N 130 0|" filter=" 130 0|<""x> 130 0|, 130 0|<y> 130 0|)"
-                R"("> 130 0|<Sheet  0 0|name="" 0 6|> 0 0|<c  -1 2|<d> 215 0|< -1 2|)"));
+                R"("> 130 0|<Sheet  0 0|name="" 0 1|> 0 0|<c  -1 2|<d> 215 0|< -1 2|)"));
         const auto hover = [this](int position) {
             QTextCursor cursor(m_edit->document());
             cursor.setPosition(position);

@@ -90,7 +90,7 @@ void EditorWindow::MakeMenus()
     });
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&Keys"), QKeySequence(tr("F1")), this, [this, edit] {
-        QString keys = tr("<\tComplete\nEnter\tIn a list: go there, or insert the field");
+        QString keys = tr("<\tComplete\nEnter\tIn a list: go there, or insert");
         for (const QAction* action : edit->actions() + m_view->actions())
             if (!action->shortcut().isEmpty())
                 keys += u'\n' + action->shortcut().toString() + u'\t' + action->text().remove(u'&');
@@ -143,7 +143,9 @@ void EditorWindow::MakeDocks()
     if (isLow)
         tabifyDockWidget(m_previewDock, sheetsDock);
     tabifyDockWidget(sheetsDock, m_fieldsDock);
-    tabifyDockWidget(sheetsDock, AddDock(tr("Changes"), m_changes, tr("Ctrl+4")));
+    QDockWidget* changesDock = AddDock(tr("Changes"), m_changes, tr("Ctrl+4"));
+    tabifyDockWidget(sheetsDock, changesDock);
+    changesDock->setVisible(!isLow); // or else the names on the tabs are cut off
     m_faultsDock = AddDock(tr("Faults"), m_faults, tr("Ctrl+5"));
     addDockWidget(Qt::BottomDockWidgetArea, m_faultsDock);
     (isLow ? m_previewDock : sheetsDock)->raise();

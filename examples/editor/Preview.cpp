@@ -2,9 +2,7 @@
 
 #include "QtText.h"
 
-#include <QScrollBar>
-#include <QTextEdit>
-#include <QTextFrame>
+#include <QtWidgets>
 
 #include <algorithm>
 

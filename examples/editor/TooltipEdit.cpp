@@ -274,8 +274,8 @@ void TooltipEdit::ColourWhatIsVisible()
     }
     for (const bool isError : {false, true}) { // which shows where both are
         QTextCharFormat format;                // of different shapes, so that no one needs to see colours
-        format.setUnderlineColor(Ink(palette(), isError ? Red : Amber));
-        format.setUnderlineStyle(isError ? QTextCharFormat::WaveUnderline : QTextCharFormat::DashUnderline);
+        format.setUnderlineColor(QColor::fromHsv(isError ? Red : Amber, 255, 220));
+        format.setUnderlineStyle(isError ? QTextCharFormat::SingleUnderline : QTextCharFormat::DashUnderline);
         for (const MarkupFault& fault : m_faults)
             if (fault.IsError == isError && fault.Range.start < end && fault.Range.end > start)
                 add(fault.Range, format);

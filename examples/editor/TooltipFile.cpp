@@ -1,11 +1,6 @@
 #include "TooltipFile.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
-#include <QStringDecoder>
-#include <QStringEncoder>
+#include <QtCore>
 
 #include <stdexcept>
 

@@ -18,6 +18,9 @@ int main(int argc, char** argv)
         });
     const QApplication application(argc, argv);
     qInstallMessageHandler(nullptr);
+    QPalette palette; // the themes of some desktops have no colour for placeholders on a dark ground
+    palette.setColor(QPalette::PlaceholderText, Qt::darkGray);
+    QApplication::setPalette(palette);
     QApplication::setOrganizationName(QStringLiteral("corvanemarkup"));
     QApplication::setApplicationName(QStringLiteral("tooltip-editor"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tooltip Editor"));
