@@ -140,8 +140,8 @@ private slots:
         m_edit->FindFaults();
         QString shown; // each text, the hue of its ground or else of its ink, and its underline
         for (const auto& [cursor, format] : m_edit->extraSelections()) {
-            const bool hasGround = format.hasProperty(QTextFormat::BackgroundBrush);
-            const int hue = (hasGround ? format.background() : format.foreground()).color().hslHue();
+            const int ground = format.background().color().hslHue();
+            const int hue = ground < 0 ? format.foreground().color().hslHue() : ground;
             shown += cursor.selectedText() + QStringLiteral(" %1 %2|").arg(hue).arg(format.underlineStyle());
         }
         QCOMPARE(
@@ -159,6 +159,13 @@ private slots:
         };
         QCOMPARE(hover(10), QString());
         QCOMPARE(hover(50), QStringLiteral("The name of the sheet is missing."));
+
+        m_edit->setPlainText(QStringLiteral("<sheet name=\"S\">")); // which counts as no sheet element
+        m_edit->FindFaults();
+        const QImage image = m_edit->grab().toImage().convertToFormat(QImage::Format_RGB32);
+        const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
+        QVERIFY(std::count(pixels, pixels + image.width() * image.height(),
+                           QColor::fromHsv(Red, 255, 220).rgb()) > 10);
     }
 
     void FaultsAreListedAndGoneTo()

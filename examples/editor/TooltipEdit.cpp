@@ -264,13 +264,17 @@ void TooltipEdit::ColourWhatIsVisible()
                              [&](const ElementRanges& earlier) { return earlier.Element.end < start; });
     for (; element != m_elements.end() && element->Element.start < end; ++element) {
         const ElementKind kind = KindOf(m_tooltip, *element);
-        if (kind == ElementKind::Plain)
-            ink(element->Element, Blue);
-        if (kind != ElementKind::Sheet && kind != ElementKind::InvalidSheet)
+        if (kind == ElementKind::Unfinished)
             continue;
+        const bool isPlain = kind == ElementKind::Plain;
+        // Between two selections of one ink and no ground, Qt loses a third that is underlined.
         colour(element->Element, QTextFormat::BackgroundBrush,
-               Tint(palette(), kind == ElementKind::Sheet ? Green : Red));
-        ColourAttributes(FindAttributeRanges(m_tooltip, element->Content), ink);
+               isPlain ? palette().base().color()
+                       : Tint(palette(), kind == ElementKind::Sheet ? Green : Red));
+        if (isPlain)
+            ink(element->Element, Blue);
+        else
+            ColourAttributes(FindAttributeRanges(m_tooltip, element->Content), ink);
     }
     for (const bool isError : {false, true}) { // which shows where both are
         QTextCharFormat format;                // of different shapes, so that no one needs to see colours
