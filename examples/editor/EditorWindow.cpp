@@ -291,7 +291,7 @@ void EditorWindow::UpdateViews()
     m_faults->clear();
     m_faults->addItems(lines);
     m_faultsDock->setWindowTitle(tr("Faults: %L1").arg(lines.size()));
-    DrawPreview(*m_preview, tooltip, m_edit->Elements(), m_shownFields);
+    DrawPreview(*m_preview, tooltip, m_edit->Elements(), m_edit->Faults(), m_shownFields);
     ShowPlace();
 }
 

@@ -39,7 +39,7 @@ void DrawSheet(QTextCursor& cursor, const VizInTooltipProperties& sheet, double 
 } // namespace
 
 void DrawPreview(QTextEdit& sketch, const TString& tooltip, const std::vector<ElementRanges>& elements,
-                 const QStringList& fields)
+                 const std::vector<MarkupFault>& faults, const QStringList& fields)
 {
     const int scrolled = sketch.verticalScrollBar()->value();
     sketch.clear();
@@ -59,17 +59,19 @@ void DrawPreview(QTextEdit& sketch, const TString& tooltip, const std::vector<El
     for (const ElementRanges& element : elements) {
         cursor.insertText(ToQString(Piece(tooltip, {end, element.Element.start})), {});
         end = element.Element.end;
-        const ElementKind kind = KindOf(tooltip, element);
-        const QString content = ToQString(Piece(tooltip, element.Content));
-        if (kind == ElementKind::Sheet) {
+        if (KindOf(tooltip, element) == ElementKind::Sheet) {
             DrawSheet(cursor, *SheetIn(tooltip, element), scale, sketch.palette());
             continue;
         }
-        const bool isField = kind == ElementKind::Plain && fields.contains(content);
+        const bool isFaulty = std::any_of(faults.begin(), faults.end(), [&](const MarkupFault& fault) {
+            return element.Element.start <= fault.Range.start && fault.Range.start < element.Element.end;
+        });
+        const QString content = ToQString(Piece(tooltip, element.Content));
+        const bool isField = !isFaulty && fields.contains(content);
         QTextCharFormat format;
-        format.setForeground(Ink(sketch.palette(), kind == ElementKind::Plain ? Blue : Red));
-        if (isField || kind != ElementKind::Plain)
-            format.setBackground(Tint(sketch.palette(), isField ? Blue : Red));
+        format.setForeground(Ink(sketch.palette(), isFaulty ? Red : Blue));
+        if (isField || isFaulty)
+            format.setBackground(Tint(sketch.palette(), isFaulty ? Red : Blue));
         const QChar space(QChar::Nbsp); // so that a chip is one piece
         cursor.insertText(isField ? space + QString(content).replace(u' ', space) + space
                                   : ToQString(Piece(tooltip, element.Element)),
