@@ -136,7 +136,7 @@ void EditorWindow::MakeDocks()
     m_preview->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_preview->viewport()->installEventFilter(this);
 
-    m_previewDock = AddDock(tr("Preview"), m_preview, tr("Ctrl+1"));
+    m_previewDock = AddDock(tr("Preview (sketch)"), m_preview, tr("Ctrl+1"));
     QDockWidget* sheetsDock = AddDock(tr("Sheets"), m_sheets, tr("Ctrl+2"));
     m_fieldsDock = AddDock(tr("Fields"), fields, tr("Ctrl+3"));
     const bool isLow = height() < 500;

@@ -2,8 +2,6 @@
 
 #include "TooltipEdit.h"
 
-#include <QtWidgets>
-
 #include <map>
 #include <optional>
 #include <set>

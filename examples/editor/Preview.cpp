@@ -10,29 +10,34 @@ namespace editor {
 
 namespace {
 
-void DrawSheet(QTextCursor& cursor, const VizInTooltipProperties& sheet, double scale,
-               const QPalette& palette)
+void DrawSheet(QTextEdit& sketch, QTextCursor& cursor, const VizInTooltipProperties& sheet, double scale)
 {
     const TSize size = sheet.GetSheetSize();
     QTextFrameFormat box;
     box.setBorder(1);
     box.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-    box.setBorderBrush(Ink(palette, Green));
-    box.setBackground(Tint(palette, Green));
+    box.setBorderBrush(Ink(sketch.palette(), Green));
+    box.setBackground(Tint(sketch.palette(), Green));
     box.setWidth(size.width * scale);
     box.setHeight(size.height * scale);
-    cursor.insertFrame(box);
-    QTextCharFormat format;
-    format.setForeground(Ink(palette, Violet));
-    cursor.insertText(ToQString(sheet.GetSheetName()), format);
     QStringList fields;
     for (const TString& field : sheet.GetFilterFields())
         fields.append(ToQString(field));
     if (fields.empty())
         fields.append(sheet.HasFilter() ? QStringLiteral("no fields") : QStringLiteral("all fields"));
     const QString percent = QString::number(scale * 100, 'f', 0);
-    const auto room = QStringLiteral("\n%1 × %2 (%3 %)\n").arg(size.width).arg(size.height).arg(percent);
-    cursor.insertText(room + fields.join(QStringLiteral(", ")), {});
+    const QString name = ToQString(sheet.GetSheetName());
+    const QString rest = QStringLiteral("\n%1 × %2 (%3 %)\n").arg(size.width).arg(size.height).arg(percent) +
+                         fields.join(QStringLiteral(", "));
+    const QRect room(0, 0, static_cast<int>(size.width * scale), static_cast<int>(size.height * scale));
+    const QRect needed = sketch.fontMetrics().boundingRect(room, Qt::TextWordWrap, name + rest);
+    QTextCharFormat format;
+    format.setForeground(Ink(sketch.palette(), Violet));
+    cursor.insertFrame(room.contains(needed) ? box : QTextFrameFormat());
+    cursor.insertText(name, format);
+    cursor.insertText(rest, {});
+    if (!room.contains(needed)) // above a small box
+        cursor.insertFrame(box);
     cursor.movePosition(QTextCursor::End);
 }
 
@@ -60,7 +65,7 @@ void DrawPreview(QTextEdit& sketch, const TString& tooltip, const std::vector<El
         cursor.insertText(ToQString(Piece(tooltip, {end, element.Element.start})), {});
         end = element.Element.end;
         if (KindOf(tooltip, element) == ElementKind::Sheet) {
-            DrawSheet(cursor, *SheetIn(tooltip, element), scale, sketch.palette());
+            DrawSheet(sketch, cursor, *SheetIn(tooltip, element), scale);
             continue;
         }
         const bool isFaulty = std::any_of(faults.begin(), faults.end(), [&](const MarkupFault& fault) {

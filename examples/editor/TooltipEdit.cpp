@@ -4,8 +4,6 @@
 
 #include <corvanemarkup/SheetMarkupConstants.h>
 
-#include <QtWidgets>
-
 #include <algorithm>
 #include <map>
 

@@ -2,9 +2,7 @@
 
 #include "Completion.h"
 
-#include <QCompleter>
-#include <QPlainTextEdit>
-#include <QStringListModel>
+#include <QtWidgets>
 
 namespace editor {
 

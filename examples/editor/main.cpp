@@ -1,8 +1,5 @@
 #include "EditorWindow.h"
 
-#include <QApplication>
-#include <QCommandLineParser>
-
 #include <cstdio>
 #include <cstdlib>
 
