@@ -188,11 +188,13 @@ inline void ExpectInsertion(const TString& tooltip, const CorvaneCharRange& sele
             if (range.start < selection.end && selection.start < range.end)
                 indices.push_back(static_cast<int>(j));
         }
-        const auto expected = InsertFilterFieldIntoMarkupText(MarkupText(content), field, all, indices);
-        const auto read = [](const TString& text) {
-            return VizInTooltipProperties::FromMarkupText(MarkupText(text))->GetFilterFields();
-        };
-        EXPECT_EQ(Show(read(newContent)), Show(read(expected)));
+        const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(newContent));
+        ASSERT_TRUE(sheet);
+        // None where an attribute's name holds a quote, so that what the older insertion writes can't be
+        // read.
+        const auto expected = VizInTooltipProperties::FromMarkupText(
+            InsertFilterFieldIntoMarkupText(MarkupText(content), field, all, indices));
+        EXPECT_TRUE(!expected || Show(sheet->GetFilterFields()) == Show(expected->GetFilterFields()));
     }
 }
 
