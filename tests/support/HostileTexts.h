@@ -25,8 +25,7 @@ struct HostileFamily
             for (std::size_t i = 0; text.size() < end; ++i)
                 for (int j = isRepeated ? 1 : 0; j < part.length(); ++j)
                     if (part[j] == u'#')
-                        for (const char digit : std::to_string(i))
-                            text += static_cast<char16_t>(digit);
+                        text += TString::number(static_cast<int>(i), 10, 1, u'0').constData();
                     else
                         text += part[j];
         }
