@@ -1,11 +1,9 @@
 #pragma once
 
-/// The fast way to read what the library itself has written. Each function returns true if it succeeded. If
-/// it returns false, nothing is known: the general way decides, and what the function has set so far means
-/// nothing.
+/// The fast way to read what the library itself has written. Where a function fails or stops, nothing is
+/// known: the general way decides, and what the function has set for what it failed at means nothing.
 
 #include <corvanemarkup/internal/DelimiterSearch.h>
-#include <corvanemarkup/internal/MarkupScanner.h>
 #include <corvanemarkup/internal/SheetAttributeValues.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
 #include <corvanemarkup/internal/TextView.h>
@@ -17,16 +15,24 @@ namespace corvanemarkup::Internal {
 [[nodiscard]] std::size_t ReadWrittenElement(TextView text, std::size_t position,
                                              SheetAttributeValues& values);
 
-/// Reads a field of a filter value, with the comma in front of it if there is one at `position`.
-[[nodiscard]] inline bool ReadWrittenField(TextView filterValue, std::size_t position, ElementBounds& field)
+/// Calls `visit` with the content of each field at the start of a filter value, as long as commas alone stand
+/// between them and no delimiter or quote in them. Gives where the rest starts. It makes no difference
+/// whether the quotes in the value are doubled.
+template <typename Visit>
+[[nodiscard]] std::size_t ReadWrittenFields(TextView filterValue, Visit visit)
 {
-    if (position < filterValue.size() && filterValue[position] == u',')
-        ++position;
-    if (position >= filterValue.size() || filterValue[position] != u'<')
-        return false;
-    field = {position, FindFirstOf<u'<', u'>'>(filterValue, position + 1)};
-    return field.Found() && filterValue[field.End] == u'>' && !IsDoubled(filterValue, field.End) &&
-           !HasElementNameAt(filterValue, position + 1);
+    std::size_t position = 0;
+    while (position < filterValue.size() && filterValue[position] == u'<') {
+        const std::size_t end = FindFirstOf<u'<', u'>', u'"'>(filterValue, position + 1);
+        if (end == NotFound || filterValue[end] != u'>' || HasElementNameAt(filterValue, position + 1))
+            break;
+        const bool isLast = end + 1 == filterValue.size();
+        if (!isLast && filterValue[end + 1] != u',')
+            break;
+        visit(filterValue.substr(position + 1, end - position - 1));
+        position = isLast ? filterValue.size() : end + 2;
+    }
+    return position;
 }
 
 /// Reads a number of up to four digits without a 0 in front, which means the same on every platform.
