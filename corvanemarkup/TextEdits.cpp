@@ -83,9 +83,9 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
             add(inText.substr(1, inText.size() - 2), FindNewName(newFields, field), m_fields.size());
             m_fields.push_back(field);
         });
-    std::sort(m_changes.begin(), m_changes.end(), [](const Change& left, const Change& right) {
-        return left.InText.data() < right.InText.data();
-    });
+    // The fields come in the order of the text; the name, the first change, may stand after all of them.
+    if (!m_changes.empty() && m_changes.back().InText.data() < m_changes.front().InText.data())
+        std::rotate(m_changes.begin(), m_changes.begin() + 1, m_changes.end());
 
     // What could not be made before may be after others were.
     Changes open;
