@@ -174,8 +174,10 @@ async function followUp() {
     const { state } = view;
     const text = state.doc.toString();
     const faults = findMarkupFaults(text).slice(0, mostShown);
-    view.dispatch(setDiagnostics(state, faults.map(({ kind, range, isError }) =>
-        ({ from: range.start, to: range.end, severity: isError ? 'error' : 'warning', message: sentences[kind] }))));
+    view.dispatch(setDiagnostics(state, faults.map(({ kind, range: { start, end }, isError }) => {
+        const message = `Line ${state.doc.lineAt(start).number}: ${sentences[kind]}`;
+        return { from: start, to: end, severity: isError ? 'error' : 'warning', message };
+    })));
     const sheets = [...targetSheetNames(text)];
     const fieldsBySheet = filterFieldsBySheet(text);
     fill('sheets', sheets.map((sheet) => `${quoted(sheet)}: ${[...fieldsBySheet.get(sheet) ?? ['no fields']].join(', ')}`), makeItem);
