@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace tooltipreport {
 
@@ -17,8 +18,9 @@ namespace {
 class Replacement
 {
 public:
-    Replacement(const std::string& path, const std::string& name)
-        : m_path(path), m_name(name), m_newPath(path + ".XXXXXX"), m_file(mkstemp(m_newPath.data()))
+    Replacement(std::string path, std::string name)
+        : m_path(std::move(path)), m_name(std::move(name)), m_newPath(m_path + ".XXXXXX"),
+          m_file(mkstemp(m_newPath.data()))
     {
         if (m_file < 0)
             ThrowFileError("cannot write beside", m_name);
