@@ -75,7 +75,7 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
         if (newName != nullptr)
             m_changes.push_back({inText, newName, field, false});
     };
-    const TString sheetName = Unescape(sheet.EscapedName());
+    const TString sheetName = sheet.Name();
     add(sheet.EscapedName(), FindNewName(newSheetNames, ViewOf(sheetName)), NotFound);
     if (m_read.Filter != NotFound)
         ForEachFieldInText(sheet.EscapedFilter(), m_scratch, [&](TextView inText, TextView meant) {

@@ -84,7 +84,7 @@ public:
         for (std::size_t sheet = 0; sheet < m_names.Count(); ++sheet) {
             auto fields = FieldsOf(m_elements[sheet]);
             if (!fields.empty())
-                fieldsBySheet.emplace_hint(fieldsBySheet.end(), Unescape(m_names[sheet]), std::move(fields));
+                fieldsBySheet.emplace_hint(fieldsBySheet.end(), m_elements[sheet].Name(), std::move(fields));
         }
         return fieldsBySheet;
     }
@@ -170,7 +170,7 @@ std::int64_t WrappingDifference(std::int64_t left, std::int64_t right)
 TString GetTargetSheetNameFromMarkupText(const TString& markupText)
 {
     SheetElement element;
-    return ReadSheetElement(ViewOf(markupText), element) ? Unescape(element.EscapedName()) : TString();
+    return ReadSheetElement(ViewOf(markupText), element) ? element.Name() : TString();
 }
 
 std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString>& markupElements)
@@ -183,12 +183,15 @@ std::set<TString> GetTargetSheetNamesFromMarkupElementSet(const std::set<TString
 std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
 {
     TextTable different; // of escaped names, which is as good: a name has one escaped form
+    bool mayHoldQuotes = false;
     SheetElementWalk walk(ViewOf(tooltipText));
-    for (SheetElement element; walk.Next(element);)
+    for (SheetElement element; walk.Next(element);) {
         different.Add(element.EscapedName());
+        mayHoldQuotes = mayHoldQuotes || element.Values.MayHoldQuotes;
+    }
     std::set<TString> names;
     for (std::size_t i = 0; i < different.Count(); ++i)
-        names.insert(names.end(), Unescape(different[i]));
+        names.insert(names.end(), Unescape(different[i], mayHoldQuotes));
     return names;
 }
 

@@ -22,9 +22,9 @@ void AppendUnescaped(TextView escapedValue, std::u16string& value)
     value.append(escapedValue, copied, NotFound);
 }
 
-TString Unescape(TextView escapedValue)
+TString Unescape(TextView escapedValue, bool mayHoldQuotes)
 {
-    if (FindFirstOf<u'"'>(escapedValue, 0) == NotFound)
+    if (!mayHoldQuotes || FindFirstOf<u'"'>(escapedValue, 0) == NotFound)
         return ToString(escapedValue);
     std::u16string value;
     AppendUnescaped(escapedValue, value);

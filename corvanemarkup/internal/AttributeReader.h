@@ -17,7 +17,8 @@ namespace corvanemarkup::Internal {
 
 /// Appends the value that `escapedValue` stands for, with its doubled quotes made single.
 void AppendUnescaped(TextView escapedValue, std::u16string& value);
-[[nodiscard]] TString Unescape(TextView escapedValue);
+/// The same as a string. A value that is known to hold no quotes isn't searched for them.
+[[nodiscard]] TString Unescape(TextView escapedValue, bool mayHoldQuotes = true);
 
 /// An attribute token split at its first `=`.
 struct AttributeView

@@ -25,6 +25,9 @@ public:
         return m_values[static_cast<std::size_t>(attribute)];
     }
 
+    /// False only if no value holds a quote, so that each means what stands there.
+    bool MayHoldQuotes = false;
+
 private:
     TextView m_values[std::size(VizInTooltip::Impl::SheetMarkupAttributeLiterals)];
 };

@@ -37,6 +37,7 @@ bool ReadSheetElement(TextView content, SheetElement& element)
         return false;
 
     element = {content, {}};
+    element.Values.MayHoldQuotes = true;
     while (reader.Next(token)) {
         if (token.Kind != TokenKind::Attribute)
             continue;

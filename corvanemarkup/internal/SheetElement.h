@@ -3,6 +3,7 @@
 /// The valid sheet elements of a text, on views of it. What `VizInTooltipProperties` tells of them, in a form
 /// that costs no allocation.
 
+#include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/SheetAttributeValues.h>
 #include <corvanemarkup/internal/TextView.h>
 
@@ -17,6 +18,7 @@ struct SheetElement
     SheetAttributeValues Values;
 
     [[nodiscard]] TextView EscapedName() const { return Values[Attribute::Name]; }
+    [[nodiscard]] TString Name() const { return Unescape(EscapedName(), Values.MayHoldQuotes); }
     [[nodiscard]] bool HasFilter() const { return Values.Has(Attribute::Filter); }
     [[nodiscard]] TextView EscapedFilter() const { return Values[Attribute::Filter]; }
 };

@@ -151,6 +151,7 @@ std::size_t ReadWrittenElement(TextView text, std::size_t position, SheetAttribu
         const std::size_t openingQuote = quotes.Next();
         std::size_t closingQuote = quotes.Next();
         while (closingQuote != NotFound && IsDoubled(text, closingQuote)) {
+            values.MayHoldQuotes = true;
             quotes.Next();
             closingQuote = quotes.Next();
         }
