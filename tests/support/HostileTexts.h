@@ -50,7 +50,7 @@ inline std::vector<HostileFamily> HostileFamilies()
         {"doubled < in elements", u"*<a<<b<<c<<d<<e>"},
         // A walk that refuses the whole element meets another one, up to the same end, from the second `<` of
         // each pair. The contents that its predicate sees are quadratic in the text, with a small factor.
-        {"doubled < far apart in one element", u"<a|*<<" + std::u16string(4000, u'b') + u"|>"},
+        {"doubled < far apart in one element", u"<a|*<<" + std::u16string(30000, u'b') + u"|>"},
         {"doubled < in front of elements", u"*<<a>"},
         {"doubled > behind elements", u"*<a>>"},
         // Read from an even offset, the run restarts as the second element, and from an odd one as the first:
