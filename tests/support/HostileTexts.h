@@ -7,7 +7,7 @@
 #include <algorithm>
 
 /// Texts of one kind, in every length. A pattern is stretches between `|`: each once, or over and over after
-/// a `*`, `#` in it counting up. `'` stands for a quote.
+/// a `*`, `#` in it counting up, and `%` counting up to 2,000 over and over. `'` stands for a quote.
 struct HostileFamily
 {
     std::string Name;
@@ -22,15 +22,21 @@ struct HostileFamily
             const bool isRepeated = part[0] == u'*';
             const std::size_t end =
                 text.size() + (isRepeated ? length / static_cast<std::size_t>(repeated) : 1);
-            for (std::size_t i = 0; text.size() < end; ++i)
+            for (int i = 0; text.size() < end; ++i)
                 for (int j = isRepeated ? 1 : 0; j < part.length(); ++j)
                     if (part[j] == u'#')
-                        text += TString::number(static_cast<int>(i), 10, 1, u'0').constData();
+                        text += Number(i);
+                    else if (part[j] == u'%')
+                        text += Number(i % 2000);
                     else
                         text += part[j];
         }
         return Text(text);
     }
+
+private:
+    /// Always as wide, so that the texts of all lengths are of one kind.
+    static std::u16string Number(int number) { return TString::number(number, 10, 6, u'0').constData(); }
 };
 
 /// All families, each as it is and as the filter value of a sheet element.
@@ -66,6 +72,7 @@ inline std::vector<HostileFamily> HostileFamilies()
         {"attributes of one name", u"<Sheet name='a'|* filter='<v#>'|>"},
         {"numbered elements", u"*<a#>"},
         {"sheets", u"*<Sheet name='s#' filter='<f>'>"},
+        {"elements of 2,000 sheets", u"*<Sheet name='s%' filter='<f#>'>"},
         {"elements of one sheet", u"*<Sheet name='s' filter='<f#>'>"},
         {"elements in elements that restart", u"*<Sheet name= <f>,"},
         {"invalid sheet elements", u"*<Sheet name='' name='#'>"},
