@@ -2,17 +2,13 @@
 /// doubles with the text, a quadratic one quadruples.
 
 #include "HostileTexts.h"
+#include "KeepMemory.h"
 #include "Operations.h"
 
 #include <algorithm>
 #include <array>
-#include <climits>
 #include <cmath>
 #include <cstdio>
-
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
 
 namespace {
 
@@ -77,15 +73,6 @@ void Print(const Operation& operation, const HostileFamily& family, const Times&
     std::printf("%-99s %8.2f  %5.2f %5.2f %5.2f  %s%s\n", operation.Name, times.back(), times[1] / times[0],
                 times[2] / times[1], times[3] / times[2], family.Name.c_str(),
                 IsSuperlinear(times) ? "  <-- SUPERLINEAR" : "");
-}
-
-/// Memory once had is kept: new pages for a large result each time would look like growth.
-void KeepMemory()
-{
-#if defined(__GLIBC__)
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, INT_MAX);
-#endif
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 /// Whether calls that run side by side hold each other up: the time that two threads of one process take for
 /// the same tooltips, beside that of two processes.
 
+#include "KeepMemory.h"
 #include "Texts.h"
 
 #include <corvanemarkup/VizInTooltip.h>
@@ -36,31 +37,39 @@ void Ask(Query query, const std::vector<TString>& tooltips)
 }
 
 template <typename Work>
-Milliseconds TimeOf(Work work)
+pid_t StartProcess(Work work)
+{
+    const pid_t process = fork();
+    if (process < 0)
+        std::abort();
+    if (process > 0)
+        return process;
+    work();
+    _exit(0);
+}
+
+template <typename Query>
+Milliseconds TimeOfTwoThreads(Query query, const std::vector<TString>& tooltips)
 {
     const Clock::time_point start = Clock::now();
-    work();
+    const pid_t both = StartProcess([&] {
+        std::thread other([&] { Ask(query, tooltips); });
+        Ask(query, tooltips);
+        other.join();
+    });
+    waitpid(both, nullptr, 0);
     return Clock::now() - start;
 }
 
 template <typename Query>
-void InTwoThreads(Query query, const std::vector<TString>& tooltips)
+Milliseconds TimeOfTwoProcesses(Query query, const std::vector<TString>& tooltips)
 {
-    std::thread other([&] { Ask(query, tooltips); });
-    Ask(query, tooltips);
-    other.join();
-}
-
-template <typename Query>
-void InTwoProcesses(Query query, const std::vector<TString>& tooltips)
-{
-    const pid_t other = fork();
-    if (other < 0)
-        std::abort();
-    Ask(query, tooltips);
-    if (other == 0)
-        _exit(0);
+    const Clock::time_point start = Clock::now();
+    const pid_t one = StartProcess([&] { Ask(query, tooltips); });
+    const pid_t other = StartProcess([&] { Ask(query, tooltips); });
+    waitpid(one, nullptr, 0);
     waitpid(other, nullptr, 0);
+    return Clock::now() - start;
 }
 
 template <typename Query>
@@ -70,8 +79,8 @@ void Print(const char* name, Query query, const std::vector<TString>& tooltips)
     std::array<Milliseconds, 9> threads{};
     std::array<Milliseconds, 9> processes{};
     for (std::size_t i = 0; i < threads.size(); ++i) {
-        processes[i] = TimeOf([&] { InTwoProcesses(query, tooltips); });
-        threads[i] = TimeOf([&] { InTwoThreads(query, tooltips); });
+        processes[i] = TimeOfTwoProcesses(query, tooltips);
+        threads[i] = TimeOfTwoThreads(query, tooltips);
     }
     std::sort(threads.begin(), threads.end());
     std::sort(processes.begin(), processes.end());
@@ -84,6 +93,7 @@ void Print(const char* name, Query query, const std::vector<TString>& tooltips)
 
 int main()
 {
+    KeepMemory();
     std::vector<TString> tooltips;
     for (const std::u16string& text : ShortTooltips(20000))
         tooltips.push_back(ToTString(text));
