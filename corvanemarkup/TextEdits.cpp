@@ -56,7 +56,7 @@ private:
 
     using Changes = std::vector<Change*>;
 
-    void MakeWhatCanBe(Changes changes);
+    void MakeWhatCanBe(const Changes& changes);
     [[nodiscard]] bool CanBeMade() const;
 
     const WalkedElement& m_element;
@@ -93,9 +93,9 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
     do {
         before = open.size();
         open.clear();
-        for (Change& change : m_changes)
+        for (Change& change : m_changes) // the sheet first, so that no field uses up its tries
             if (!change.IsMade)
-                open.push_back(&change);
+                open.insert(change.Field == NotFound ? open.begin() : open.end(), &change);
         if (open.size() != before)
             MakeWhatCanBe(open);
     } while (open.size() != before && m_triesLeft > 0);
@@ -109,9 +109,10 @@ void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, 
 }
 
 /// Makes all of the changes if the element reads back then; otherwise tries each half, and so on.
-void SheetRenaming::MakeWhatCanBe(Changes changes)
+void SheetRenaming::MakeWhatCanBe(const Changes& changes)
 {
-    std::vector<std::pair<Changes::iterator, Changes::iterator>> parts{{changes.begin(), changes.end()}};
+    using Place = Changes::const_iterator;
+    std::vector<std::pair<Place, Place>> parts{{changes.begin(), changes.end()}};
     for (; !parts.empty() && m_triesLeft > 0; --m_triesLeft) {
         const auto first = parts.back().first;
         const auto last = parts.back().second;

@@ -71,8 +71,8 @@ struct FieldInsertion
 /// The field takes the place of the fields, from the first to the last, that the selection overlaps, or that
 /// the cursor stands strictly inside. Without such it goes to the end, where it stands once. `exclusiveField`
 /// stands alone: inserted, it replaces all fields; when another is inserted, it goes. A host without such a
-/// field passes an empty text. The new fields take the place of the whole value of the first `filter`, joined
-/// by commas; without one, a `filter` comes after the last attribute.
+/// field passes an empty text, and empty fields go. The new fields take the place of the whole value of the
+/// first `filter`, joined by commas; without one, a `filter` comes after the last attribute.
 ///
 ///     <Sheet name="S" filter="<a>,<b>">
 ///                              ^             with the cursor here, `x` makes it "<x>,<b>"

@@ -185,6 +185,15 @@ TEST(Ranges, Renaming)
     EXPECT_EQ(tried(u"", u"a"), source + "!newSheetName.empty()");
     EXPECT_EQ(tried(u"a", u"<"), source + "IsFieldName(newField)");
     EXPECT_EQ(tried(u"a", u"a"), "0") << "old equal to new";
+
+    std::u16string filter;
+    for (int i = 0; i < 100; ++i)
+        filter += u"<Sheet name= <b>,";
+    const TString manyKept = Text(u"<Sheet filter='" + filter + u"' name='A'>");
+    const auto edits =
+        RenameSheetsAndFields(manyKept, {{Text(u"A"), Text(u"B")}}, {{Text(u"b"), Text(u"y'z")}});
+    ASSERT_FALSE(edits.empty());
+    EXPECT_EQ(Show(edits.back().Text), "B") << "however many fields stay, in front of the sheet's name";
 }
 
 TEST(Ranges, InsertingAtACursor)
