@@ -24,7 +24,7 @@ enum class MarkupFaultKind : std::int32_t {
     // these that fits.
     OtherLetterCase,   ///< the element's name, which isn't `Sheet` in these letters
     NoAttributes,      ///< the element's name, with nothing but white space after it
-    OtherWhiteSpace,   ///< white space other than spaces, where a space should be
+    OtherWhiteSpace,   ///< white space other than spaces, where a space should be; see `UnallowedAttribute`
     SpaceAroundEquals, ///< an attribute with white space on a side of its `=`
     UnquotedValue,     ///< an attribute with a value that doesn't start with a quote
     MissingValue,      ///< an attribute without a `=`, or with nothing after it
@@ -35,7 +35,7 @@ enum class MarkupFaultKind : std::int32_t {
     MissingSheetName,   ///< the empty `name`, or the element if it has none
     InvalidSheetSize,   ///< the `maxwidth` or `maxheight` that is out of range
     /// An attribute that a sheet element can't have. If white space other than spaces makes it one, its range
-    /// begins with that, and `OtherWhiteSpace` is told beside it.
+    /// holds that, and `OtherWhiteSpace` is told beside it.
     UnallowedAttribute,
 
     // Of valid elements.

@@ -4,7 +4,6 @@
 #include <corvanemarkup/VizInTooltipProperties.h>
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/Check.h>
-#include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/SheetElement.h>
 #include <corvanemarkup/internal/TextTable.h>
@@ -32,15 +31,16 @@ boost::optional<VizInTooltipProperties> ReadValidProperties(const MarkupText& ma
 template <typename Visit>
 void ForEachFieldOf(const SheetElement& element, Visit visit)
 {
-    const TextView escaped = element.EscapedFilter();
-    const std::size_t read = ReadWrittenFields(escaped, visit);
-    if (read == escaped.size())
+    TextView rest = element.EscapedFilter();
+    rest.remove_prefix(ReadWrittenFields(rest, visit));
+    if (rest.empty())
         return;
-    // What has been read holds no quotes, so that the rest is found from there in the unescaped value as
-    // well.
-    const TString filter = Unescape(escaped);
-    const TextView value = ViewOf(filter);
-    ForEachFieldFrom(read, value, [&](const ElementBounds& field) { visit(field.ContentIn(value)); });
+    TString unescaped;
+    if (element.Values.MayHoldQuotes) {
+        unescaped = Unescape(rest);
+        rest = ViewOf(unescaped);
+    }
+    ForEachFieldFrom(0, rest, [&](const ElementBounds& field) { visit(field.ContentIn(rest)); });
 }
 
 /// The fields of the element's sheet if this element decides; none if it can't decide.
@@ -51,8 +51,7 @@ std::set<TString> FieldsOf(const SheetElement& element)
         fields.insert(ToString(u"All Fields"));
         return fields;
     }
-    // Each string is made where it stays; in a search that knows the order of fields, it would be moved
-    // there.
+    // Fields often stand in order, and each string is made where it stays.
     ForEachFieldOf(element, [&](TextView field) {
         fields.emplace_hint(fields.end(), field.data(), static_cast<int>(field.size()));
     });

@@ -5,7 +5,6 @@
 
 #include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/SheetAttributeValues.h>
-#include <corvanemarkup/internal/SheetMarkupLookAhead.h>
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
@@ -24,7 +23,7 @@ template <typename Visit>
     std::size_t position = 0;
     while (position < filterValue.size() && filterValue[position] == u'<') {
         const std::size_t end = FindFirstOf<u'<', u'>', u'"'>(filterValue, position + 1);
-        if (end == NotFound || filterValue[end] != u'>' || HasElementNameAt(filterValue, position + 1))
+        if (end == NotFound || filterValue[end] != u'>')
             break;
         const bool isLast = end + 1 == filterValue.size();
         if (!isLast && filterValue[end + 1] != u',')
