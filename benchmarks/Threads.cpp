@@ -48,6 +48,13 @@ pid_t StartProcess(Work work)
     _exit(0);
 }
 
+void WaitFor(pid_t process)
+{
+    int status = 0;
+    if (waitpid(process, &status, 0) != process || status != 0)
+        std::abort();
+}
+
 template <typename Query>
 Milliseconds TimeOfTwoThreads(Query query, const std::vector<TString>& tooltips)
 {
@@ -57,7 +64,7 @@ Milliseconds TimeOfTwoThreads(Query query, const std::vector<TString>& tooltips)
         Ask(query, tooltips);
         other.join();
     });
-    waitpid(both, nullptr, 0);
+    WaitFor(both);
     return Clock::now() - start;
 }
 
@@ -67,8 +74,8 @@ Milliseconds TimeOfTwoProcesses(Query query, const std::vector<TString>& tooltip
     const Clock::time_point start = Clock::now();
     const pid_t one = StartProcess([&] { Ask(query, tooltips); });
     const pid_t other = StartProcess([&] { Ask(query, tooltips); });
-    waitpid(one, nullptr, 0);
-    waitpid(other, nullptr, 0);
+    WaitFor(one);
+    WaitFor(other);
     return Clock::now() - start;
 }
 

@@ -1,22 +1,15 @@
 #include "HostileTexts.h"
+#include "KeepMemory.h"
 #include "Operations.h"
 
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cmath>
 #include <iostream>
-#if defined(__GLIBC__)
-#include <malloc.h>
-#endif
 
 namespace {
 
-#if defined(__GLIBC__)
-// Memory that the system gives anew for each large text takes time for each of its pages, which looks like
-// growth.
-[[maybe_unused]] const int keepsPages = mallopt(M_MMAP_MAX, 0) + mallopt(M_TRIM_THRESHOLD, INT_MAX);
-#endif
+[[maybe_unused]] const bool keepsMemory = (KeepMemory(), true);
 
 using Hostile = testing::TestWithParam<HostileFamily>;
 

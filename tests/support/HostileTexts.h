@@ -35,8 +35,14 @@ struct HostileFamily
     }
 
 private:
-    /// Always as wide, so that the texts of all lengths are of one kind.
-    static std::u16string Number(int number) { return TString::number(number, 10, 6, u'0').constData(); }
+    /// The lowest digit first, so that these don't come in the order of texts. Always as wide, so that the
+    /// texts of all lengths are of one kind.
+    static std::u16string Number(int number)
+    {
+        std::u16string digits = TString::number(number, 10, 6, u'0').constData();
+        std::reverse(digits.begin(), digits.end());
+        return digits;
+    }
 };
 
 /// All families, each as it is and as the filter value of a sheet element.
@@ -55,7 +61,8 @@ inline std::vector<HostileFamily> HostileFamilies()
         {"doubled delimiters in one sheet element", u"<Sheet name='a' |*b>>''|>"},
         {"doubled < in elements", u"*<a<<b<<c<<d<<e>"},
         // A walk that refuses the whole element meets another one, up to the same end, from the second `<` of
-        // each pair. The contents that its predicate sees are quadratic in the text, with a small factor.
+        // each pair. The contents that its predicate sees are quadratic in the text; the long stretches keep
+        // them small.
         {"doubled < far apart in one element", u"<a|*<<" + std::u16string(30000, u'b') + u"|>"},
         {"doubled < in front of elements", u"*<<a>"},
         {"doubled > behind elements", u"*<a>>"},

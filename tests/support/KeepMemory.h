@@ -6,8 +6,9 @@
 #include <malloc.h>
 #endif
 
-/// Keeps the memory that the process once had: asking the system for new pages, for a large result each time
-/// or in each thread, would look like a cost of the library.
+/// Keeps the memory that the process once had, and asks for it by 16 MiB, which other threads would do page
+/// by page: what the system takes to give new pages would look like growth, or like threads that hold each
+/// other up.
 inline void KeepMemory()
 {
 #if defined(__GLIBC__)
