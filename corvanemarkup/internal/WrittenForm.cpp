@@ -69,13 +69,14 @@ constexpr bool FirstWordsTellNamesApart()
 static_assert(FirstWordsTellNamesApart());
 
 /// Tells which of the names stands at `units`, of which as many as the longest name has can be read. Which
-/// one it is can't be foreseen, so that no branch depends on it.
+/// one it is can't be foreseen, so that no branch depends on it: it is computed, since compilers make
+/// branches of a choice.
 inline bool FindName(const char16_t* units, std::size_t& index)
 {
     const std::uint64_t firstWord = WordAt(units);
     index = 0;
     for (std::size_t i = 1; i < NameCount; ++i)
-        index = firstWord == AllNames.Names[i].Words[0] ? i : index;
+        index += i * std::size_t(firstWord == AllNames.Names[i].Words[0]);
     const WrittenName& name = AllNames.Names[index];
     std::uint64_t difference = firstWord ^ name.Words[0];
     for (std::size_t i = 1; i < WrittenName::MostWords; ++i)
