@@ -5,8 +5,6 @@
 #include <corvanemarkup/internal/TextView.h>
 #include <corvanemarkup/internal/UnitBlock.h>
 
-#include <algorithm>
-
 namespace corvanemarkup::Internal {
 
 /// The first position at or after `from` that holds one of `Units`, or `NotFound`.
@@ -35,40 +33,6 @@ template <char16_t... Units>
     // What remains is the end of a block that overlaps the one before it.
     const UnitMask mask = After(matches(lastBlock), from - lastBlock);
     return mask != 0 ? from + FirstIn(mask) : NotFound;
-}
-
-/// The first position at or after `from` where `First`, `Second` and `Third` follow one another, or
-/// `NotFound`.
-template <char16_t First, char16_t Second, char16_t Third>
-[[nodiscard]] std::size_t FindThree(TextView text, std::size_t from)
-{
-    const std::size_t begin = from;
-    const auto standAt = [=](std::size_t position) {
-        return position >= begin && position < text.size() && text.size() - position > 2 &&
-               text[position] == First && text[position + 1] == Second && text[position + 2] == Third;
-    };
-#if defined(CORVANEMARKUP_SSE2_BLOCKS)
-    // Only every second unit is compared, together with its neighbour: where the three begin at an even place
-    // of a block the first two of them are met, and where they begin at an odd one the last two.
-    if (text.size() >= WideUnitBlock::Length) {
-        const std::size_t lastBlock = text.size() - WideUnitBlock::Length;
-        for (std::size_t block = from; from < text.size(); from = block + WideUnitBlock::Length) {
-            block = std::min(from, lastBlock);
-            std::uint64_t mask = WideUnitBlock(text.data() + block).MaskOfTwos(First, Second, Third);
-            for (; mask != 0; mask &= mask - 1) {
-                const std::size_t place = block + LowestBit(mask);
-                const std::size_t position = text[place] == Second ? place - 1 : place;
-                if (standAt(position))
-                    return position;
-            }
-        }
-        return NotFound;
-    }
-#endif
-    for (from = FindFirstOf<First>(text, from); from != NotFound; from = FindFirstOf<First>(text, from + 1))
-        if (standAt(from))
-            return from;
-    return NotFound;
 }
 
 /// The rule of doubled delimiters: whether the delimiter at `position` and the one after it are a pair, which

@@ -3,6 +3,7 @@
 #include <corvanemarkup/internal/MarkupScanner.h>
 #include <corvanemarkup/internal/SheetElement.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
+#include <corvanemarkup/internal/SheetSearch.h>
 #include <corvanemarkup/internal/SheetSize.h>
 #include <corvanemarkup/internal/TokenReader.h>
 #include <corvanemarkup/internal/WrittenForm.h>
@@ -58,14 +59,13 @@ bool SheetElementWalk::Next(SheetElement& element)
     // one that the look-ahead asks for. And a plain element never changes where such a state begins: quotes
     // mean nothing in it, and it restarts at each `<` that isn't escaped. So whether a plain element is open
     // needn't be known, nor where it ends.
-    constexpr TextView elementName = VizInTooltip::Impl::SheetMarkupElementLiteral;
     for (;;) {
-        const std::size_t start = FindThree<u'<', elementName[0], elementName[1]>(m_text, m_position);
+        const std::size_t start = FindSheetStart(m_text, m_position);
         if (start == NotFound)
             return false;
         const bool isNotEscaped = IsNotEscapedAt<u'<'>(m_text, m_position, start);
         m_position = start + 1;
-        if (isNotEscaped && HasElementNameAt(m_text, m_position) && ReadElementAt(start, element))
+        if (isNotEscaped && ReadElementAt(start, element))
             return true;
     }
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 /// Comparing several code units at once. The only place that knows of vector instructions: those of SSE2,
-/// which each x86-64 machine has, and of NEON, which each 64-bit Arm has. Any other machine has words of 64
-/// bits.
+/// which each x86-64 machine has, of AVX2, which most of them have, and of NEON, which each 64-bit Arm has.
+/// Any other machine has words of 64 bits.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +11,11 @@
 #elif defined(__SSE2__)
 #define CORVANEMARKUP_SSE2_BLOCKS
 #include <emmintrin.h>
+// GCC may put vectors where AVX2 can't have them on the stack of Windows.
+#if defined(__GNUC__) && !defined(_WIN32) && !defined(CORVANEMARKUP_NO_AVX2)
+#define CORVANEMARKUP_AVX2_BLOCKS
+#include <immintrin.h>
+#endif
 #elif defined(__aarch64__) && defined(__ARM_NEON) && !defined(__ARM_BIG_ENDIAN)
 #define CORVANEMARKUP_NEON_BLOCKS
 #include <arm_neon.h>
@@ -164,31 +169,85 @@ public:
         return mask;
     }
 
-#if defined(CORVANEMARKUP_SSE2_BLOCKS)
-    /// Takes the code units by twos: which of these are `first` and `second`, or `second` and `third`. The
-    /// bit is that of the first of the two.
-    [[nodiscard]] std::uint64_t MaskOfTwos(char16_t first, char16_t second, char16_t third) const
-    {
-        const __m128i firstTwo = _mm_set1_epi16(static_cast<short>(second << 8 | first));
-        const __m128i lastTwo = _mm_set1_epi16(static_cast<short>(third << 8 | second));
-        const auto matches = [&](std::size_t at) {
-            const auto* const vectors = reinterpret_cast<const __m128i*>(m_units + at);
-            const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
-            return _mm_or_si128(_mm_cmpeq_epi16(bytes, firstTwo), _mm_cmpeq_epi16(bytes, lastTwo));
-        };
-        const __m128i parts[] = {matches(0), matches(16), matches(32), matches(48)};
-        const __m128i any = _mm_or_si128(_mm_or_si128(parts[0], parts[1]), _mm_or_si128(parts[2], parts[3]));
-        if (_mm_movemask_epi8(any) == 0)
-            return 0;
-        std::uint64_t mask = 0;
-        for (std::size_t i = 0; i < 4; ++i)
-            mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(parts[i]))) << (16 * i);
-        return mask & 0x5555555555555555;
-    }
-#endif
-
 private:
     const char16_t* m_units;
 };
+
+#if defined(CORVANEMARKUP_SSE2_BLOCKS)
+
+// `Sse2Fours` and `Avx2Fours` take 64 code units by fours: the first to the fourth, the fifth to the eighth,
+// and so on. `MaskOf` tells which of these are four neighbours of the seven units at `sought`, which must be
+// ASCII and not U+0000: by four bits for each, the lowest for the first.
+
+/// The four code units at `units` as bytes of a number, the first in the lowest bits.
+constexpr int FourBytesOf(const char16_t* units)
+{
+    return units[0] | units[1] << 8 | units[2] << 16 | units[3] << 24;
+}
+
+struct Sse2Fours
+{
+    static constexpr std::size_t Length = 64;
+
+    [[nodiscard]] static std::uint64_t MaskOf(const char16_t* units, const char16_t* sought)
+    {
+        __m128i matches[4];
+        for (int i = 0; i < 4; ++i) {
+            const auto* const vectors = reinterpret_cast<const __m128i*>(units + 16 * i);
+            const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
+            matches[i] = _mm_cmpeq_epi32(bytes, _mm_set1_epi32(FourBytesOf(sought)));
+            for (int j = 1; j < 4; ++j)
+                matches[i] =
+                    _mm_or_si128(matches[i], _mm_cmpeq_epi32(bytes, _mm_set1_epi32(FourBytesOf(sought + j))));
+        }
+        const __m128i any =
+            _mm_or_si128(_mm_or_si128(matches[0], matches[1]), _mm_or_si128(matches[2], matches[3]));
+        if (_mm_movemask_epi8(any) == 0)
+            return 0;
+        std::uint64_t mask = 0;
+        for (int i = 0; i < 4; ++i)
+            mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(matches[i]))) << (16 * i);
+        return mask;
+    }
+};
+
+#if defined(CORVANEMARKUP_AVX2_BLOCKS)
+
+struct Avx2Fours
+{
+    static constexpr std::size_t Length = 64;
+
+    /// Whether the processor has AVX2. It may say no as long as the program is being loaded.
+    [[nodiscard]] static bool Exist() { return __builtin_cpu_supports("avx2") != 0; }
+
+    /// REQUIRES: `Exist()`.
+    [[nodiscard, gnu::target("avx2")]] static std::uint64_t MaskOf(const char16_t* units,
+                                                                   const char16_t* sought)
+    {
+        __m256i matches[2];
+        for (int i = 0; i < 2; ++i) {
+            const auto* const vectors = reinterpret_cast<const __m256i*>(units + 32 * i);
+            const __m256i bytes =
+                _mm256_packus_epi16(_mm256_loadu_si256(vectors), _mm256_loadu_si256(vectors + 1));
+            matches[i] = _mm256_cmpeq_epi32(bytes, _mm256_set1_epi32(FourBytesOf(sought)));
+            for (int j = 1; j < 4; ++j)
+                matches[i] = _mm256_or_si256(
+                    matches[i], _mm256_cmpeq_epi32(bytes, _mm256_set1_epi32(FourBytesOf(sought + j))));
+        }
+        const __m256i any = _mm256_or_si256(matches[0], matches[1]);
+        if (_mm256_testz_si256(any, any) != 0)
+            return 0;
+        std::uint64_t mask = 0;
+        for (int i = 0; i < 2; ++i) {
+            // Packing has left the quarters of the 32 units in the order 0, 2, 1, 3.
+            const __m256i inOrder = _mm256_permute4x64_epi64(matches[i], 0b11'01'10'00);
+            mask |= std::uint64_t(static_cast<std::uint32_t>(_mm256_movemask_epi8(inOrder))) << (32 * i);
+        }
+        return mask;
+    }
+};
+
+#endif
+#endif
 
 } // namespace corvanemarkup::Internal
