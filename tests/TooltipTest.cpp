@@ -18,7 +18,7 @@ TEST(Tooltip, TooltipsReadByTheTextbook)
         Text(u"<|<<|>|>>|'| |<Sheet name='A'|<Sheet filter='<x>,<y>'| NAME='B'|>|<b |\t|''|<Sheet "
              u"maxwidth='200' name='A''C'| maxheight='150'| filter='<a''b>, <<c><d>'| maxwidth='02'| "
              u"MaxHeight='1501'|<Sheet  name='B' filter=''>|<Sheet name='B' filter='<<a>'>|<Sheet name='B' "
-             u"filter='<k>'>")
+             u"filter='<k>'>|<Sheep name='B'>|<sheet name='B'>")
             .split(u'|', TString::SplitBehavior(0));
     std::mt19937 random(20240301);
     for (int i = 0; i < 2 * RANDOM_TEXTS; ++i) {
