@@ -34,6 +34,7 @@ TEST(SheetProperties, Validation)
         {"too low", u"Sheet name='a' maxheight='0'", "S 300x0"},
         {"an empty size isn't the default", u"Sheet name='a' maxwidth=''", "S 0x300"},
         {"no number", u"Sheet name='a' maxwidth='3:'", "S 0x300"},
+        {"a digit of another script", u"Sheet name='a' maxwidth='100\uFF13'", "S 0x300"},
         {"beyond int", u"Sheet name='a' maxheight='4294967597'", "S 300x0"},
         {"an empty name", u"Sheet name=''", "N 300x300"},
         {"the first of a name counts", u"Sheet name='' name='a' maxwidth='-1' MaxWidth='1'", "DNS -1x300"},

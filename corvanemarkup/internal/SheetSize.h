@@ -13,8 +13,8 @@ namespace corvanemarkup::Internal {
            size.height <= VizInTooltip::LargestMaxSize.height;
 }
 
-/// The number that the value of a `maxwidth` or `maxheight` stands for. The fast way comes first; here is
-/// where the general way takes over.
+/// The number that the value of a `maxwidth` or `maxheight` stands for. The value must stand after its name
+/// in a text, as `ReadWrittenNumber` asks. That is the fast way; here is where the general way takes over.
 [[nodiscard]] inline int ReadSheetLength(TextView escapedValue)
 {
     int number = 0;

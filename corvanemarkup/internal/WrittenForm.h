@@ -35,18 +35,23 @@ template <typename Visit>
 }
 
 /// Reads a number of up to four digits without a 0 in front, which means the same on every platform.
+/// REQUIRES: the four units up to the end of the value can be read, as they can where a name and a `=` stand
+/// in front of it.
 [[nodiscard]] inline bool ReadWrittenNumber(TextView escapedValue, int& number)
 {
-    constexpr std::size_t mostDigits = 4;
-    if (escapedValue.empty() || escapedValue.size() > mostDigits || escapedValue.front() == u'0')
+    if (escapedValue.empty() || escapedValue.size() > UnitsInWord || escapedValue.front() == u'0')
         return false;
-    number = 0;
-    for (const char16_t digit : escapedValue) {
-        if (digit < u'0' || digit > u'9')
-            return false;
-        number = 10 * number + (digit - u'0');
-    }
-    return true;
+    // How many digits there are can't be foreseen, so that no branch depends on it: always four units are
+    // taken, and those in front of the value become zeros.
+    constexpr std::uint64_t ofEachUnit = 0x0001000100010001;
+    const std::size_t bitsInFront = 16 * (UnitsInWord - escapedValue.size());
+    const std::uint64_t word = WordAt(escapedValue.data() + escapedValue.size() - UnitsInWord);
+    const std::uint64_t digits = (word ^ u'0' * ofEachUnit) >> bitsInFront << bitsInFront;
+    // What is added takes anything beyond 9 to the highest bit.
+    const std::uint64_t highestBits = (digits | (digits + 0x7FF6 * ofEachUnit)) & 0x8000 * ofEachUnit;
+    // The highest unit of the product is the sum of the digits, each times its 1000, 100, 10 or 1.
+    number = static_cast<int>(digits * 0x03E8'0064'000A'0001 >> 48);
+    return highestBits == 0;
 }
 
 } // namespace corvanemarkup::Internal
