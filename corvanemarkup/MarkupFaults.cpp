@@ -1,6 +1,7 @@
 #include <corvanemarkup/MarkupFaults.h>
 #include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/ElementWalk.h>
+#include <corvanemarkup/internal/FewOrMany.h>
 #include <corvanemarkup/internal/LenientReader.h>
 #include <corvanemarkup/internal/RangeOf.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
@@ -66,9 +67,15 @@ private:
 
     TextView m_text;
     std::vector<MarkupFault> m_faults;
+    struct Field
+    {
+        TextView Meant;
+        TextView InText;
+    };
+
     // Of the element at hand; kept for the memory that they have.
-    std::vector<AttributeParts> m_attributes;
-    std::vector<std::pair<TextView, TextView>> m_fields; ///< as meant, and where they stand
+    FewOrMany<AttributeParts> m_attributes;
+    FewOrMany<Field> m_fields;
     std::u16string m_scratch;
 };
 
@@ -88,10 +95,10 @@ void FaultFinder::FindIn(const WalkedElement& element)
     const bool isCut = element.EndsWith == Ending::Bracket || element.EndsWith == Ending::Restart;
     if (isCalledSheet && isCut) {
         bool isReadable = HasElementNameAt(element.Content, 0);
-        m_attributes.clear();
+        m_attributes.Clear();
         ContentReader reader(element.Content);
         for (AttributeParts parts; isReadable && reader.Next(parts);) {
-            m_attributes.push_back(parts);
+            m_attributes.Add() = parts;
             isReadable = parts.IsNameAndValue;
         }
         if (!isReadable) {
@@ -198,24 +205,24 @@ void FaultFinder::FindInAttributes(const WalkedElement& element)
 /// What a valid element's filter loses.
 void FaultFinder::FindInFilter(TextView escapedFilter)
 {
-    m_fields.clear();
+    m_fields.Clear();
     std::size_t end = 0;
     ForEachFieldInText(escapedFilter, m_scratch, [&](TextView inText, TextView meant) {
         const auto start = static_cast<std::size_t>(inText.data() - escapedFilter.data());
         AddStrayText(escapedFilter.substr(end, start - end));
         end = start + inText.size();
-        m_fields.emplace_back(meant, inText);
+        m_fields.Add() = {meant, inText};
     });
     AddStrayText(escapedFilter.substr(end));
 
     // Equal fields come to stand side by side, in the order of the text.
-    std::sort(m_fields.begin(), m_fields.end(), [](const auto& left, const auto& right) {
-        const int order = left.first.compare(right.first);
-        return order != 0 ? order < 0 : left.second.data() < right.second.data();
+    std::sort(m_fields.begin(), m_fields.end(), [](const Field& left, const Field& right) {
+        const int order = left.Meant.compare(right.Meant);
+        return order != 0 ? order < 0 : left.InText.data() < right.InText.data();
     });
-    for (std::size_t i = 1; i < m_fields.size(); ++i)
-        if (m_fields[i].first == m_fields[i - 1].first)
-            Add(MarkupFaultKind::DuplicateField, m_fields[i].second);
+    for (std::size_t i = 1; i < m_fields.Count(); ++i)
+        if (m_fields[i].Meant == m_fields[i - 1].Meant)
+            Add(MarkupFaultKind::DuplicateField, m_fields[i].InText);
 }
 
 /// Adds what of a run of white space isn't spaces, from the first such unit to the last. False if there is

@@ -21,6 +21,8 @@ public:
     FewOrMany& operator=(const FewOrMany&) = delete;
 
     [[nodiscard]] std::size_t Count() const { return m_count; }
+    [[nodiscard]] Item* begin() { return m_items; }
+    [[nodiscard]] Item* end() { return m_items + m_count; }
     [[nodiscard]] Item& operator[](std::size_t number) { return m_items[number]; }
     [[nodiscard]] const Item& operator[](std::size_t number) const { return m_items[number]; }
 
@@ -30,6 +32,13 @@ public:
         Item& item = m_count < Few ? *new (m_few + m_count * sizeof(Item)) Item : AddToMany();
         ++m_count;
         return item;
+    }
+
+    /// Removes all items, and keeps the memory.
+    void Clear()
+    {
+        m_items = reinterpret_cast<Item*>(m_few);
+        m_count = 0;
     }
 
 private:
