@@ -126,6 +126,9 @@ TEST(Ranges, Faults)
           "                                           ^^^^^ DuplicateField",
           "                                                 ^^ StrayFilterText"}},
         {u"<Sheet name='a' filter='<x> ,,<y>'> <b c = d>", {}},
+        {u"<Sheet name='a' filter='<0><1><2><3><4><5><6><7><8><9>'><Sheet name='a' filter='<x>,<x>'>",
+         {"                                                                                    ^^^ "
+          "DuplicateField"}},
         {u"<Sheet name='a' filter\t='b'>",
          {"                ^^^^^^^^^^^ UnallowedAttribute!", "                      ^ OtherWhiteSpace!"}},
     };
