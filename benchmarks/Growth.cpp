@@ -48,8 +48,8 @@ double Growth(const Times& times)
     return times.back() < shortestToTell ? 0 : times.back() / times.front();
 }
 
-// Sorting adds a logarithm, and a large result leaves the caches: eight times the text may take somewhat more
-// than eight times as long. A quadratic cost takes 64 times as long, and some time it does take.
+// Sorting adds a logarithm, and where many texts come out of order, memory takes longer than the work on it.
+// A quadratic cost takes 64 times as long for eight times the text, and some time it does take.
 bool IsSuperlinear(const Times& times)
 {
     return Growth(times) > 30 && times.back() > 5;
@@ -98,8 +98,8 @@ int main()
 
     std::printf(
         "%zu operations on %zu families of texts. For each operation: the family on which its time\n"
-        "grows fastest, and all on which it grows faster than it should. The last row is for comparison:\n"
-        "what a standard container takes by itself, once its parts are scattered beyond the caches.\n\n",
+        "grows fastest, and all on which it grows faster than it should. The last row is for comparison,\n"
+        "a standard container by itself: what grows no faster than that may be memory.\n\n",
         operations.size() - 1, families.size());
     std::printf("%-99s %8s  %5s %5s %5s  %s\n", "operation", "ms at 8n", "2n/n", "4n/2n", "8n/4n", "family");
     for (std::size_t i = 0; i < operations.size(); ++i) {

@@ -26,6 +26,11 @@ constexpr std::size_t PlaceInSheetStart(char16_t unit)
     return place;
 }
 
+static_assert(PlaceInSheetStart(SheetStart[0]) == 0 && PlaceInSheetStart(SheetStart[1]) == 1 &&
+              PlaceInSheetStart(SheetStart[2]) == 2 && PlaceInSheetStart(SheetStart[3]) == 3);
+
+/// The last block may overlap the one before it, and take other fours together. It misses nothing: what
+/// begins at most three units in front of the units not yet looked at has four of its own in either.
 /// REQUIRES: `text` has `Fours::Length` units at least.
 template <typename Fours>
 [[gnu::always_inline]] inline std::size_t FindByFours(TextView text, std::size_t from)

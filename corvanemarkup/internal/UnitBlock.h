@@ -1,6 +1,6 @@
 #pragma once
 
-/// Comparing several code units at once. The only place that knows of vector instructions: those of SSE2,
+/// Comparing several code units at once. The only place that uses vector instructions: those of SSE2,
 /// which each x86-64 machine has, of AVX2, which most of them have, and of NEON, which each 64-bit Arm has.
 /// Any other machine has words of 64 bits.
 
@@ -11,10 +11,12 @@
 #elif defined(__SSE2__)
 #define CORVANEMARKUP_SSE2_BLOCKS
 #include <emmintrin.h>
-// GCC may put vectors where AVX2 can't have them on the stack of Windows.
-#if defined(__GNUC__) && !defined(_WIN32) && !defined(CORVANEMARKUP_NO_AVX2)
+// Emscripten has SSE2, but no AVX2. On Windows, GCC may put vectors where AVX2 can't have them on the stack.
+#if defined(__x86_64__) || defined(__i386__)
+#if defined(__GNUC__) && !defined(_WIN32) && !defined(__CYGWIN__) && !defined(CORVANEMARKUP_NO_AVX2)
 #define CORVANEMARKUP_AVX2_BLOCKS
 #include <immintrin.h>
+#endif
 #endif
 #elif defined(__aarch64__) && defined(__ARM_NEON) && !defined(__ARM_BIG_ENDIAN)
 #define CORVANEMARKUP_NEON_BLOCKS
@@ -176,8 +178,8 @@ private:
 #if defined(CORVANEMARKUP_SSE2_BLOCKS)
 
 // `Sse2Fours` and `Avx2Fours` take 64 code units by fours: the first to the fourth, the fifth to the eighth,
-// and so on. `MaskOf` tells which of these are four neighbours of the seven units at `sought`, which must be
-// ASCII and not U+0000: by four bits for each, the lowest for the first.
+// and so on. `MaskOf` tells which of these are four successive ones of the seven units at `sought`, which
+// must be ASCII and not U+0000: by four bits for each, the lowest for the first.
 
 /// The four code units at `units` as bytes of a number, the first in the lowest bits.
 constexpr int FourBytesOf(const char16_t* units)
