@@ -194,7 +194,7 @@ struct Sse2Fours
     [[nodiscard]] static std::uint64_t MaskOf(const char16_t* units, const char16_t* sought)
     {
         __m128i matches[4];
-        for (int i = 0; i < 4; ++i) {
+        for (std::size_t i = 0; i < 4; ++i) {
             const auto* const vectors = reinterpret_cast<const __m128i*>(units + 16 * i);
             const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
             matches[i] = _mm_cmpeq_epi32(bytes, _mm_set1_epi32(FourBytesOf(sought)));
@@ -207,7 +207,7 @@ struct Sse2Fours
         if (_mm_movemask_epi8(any) == 0)
             return 0;
         std::uint64_t mask = 0;
-        for (int i = 0; i < 4; ++i)
+        for (std::size_t i = 0; i < 4; ++i)
             mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(matches[i]))) << (16 * i);
         return mask;
     }
@@ -220,14 +220,14 @@ struct Avx2Fours
     static constexpr std::size_t Length = 64;
 
     /// Whether the processor has AVX2. It may say no as long as the program is being loaded.
-    [[nodiscard]] static bool Exist() { return __builtin_cpu_supports("avx2") != 0; }
+    [[nodiscard]] static bool Exist() { return __builtin_cpu_supports("avx2"); }
 
     /// REQUIRES: `Exist()`.
     [[nodiscard, gnu::target("avx2")]] static std::uint64_t MaskOf(const char16_t* units,
                                                                    const char16_t* sought)
     {
         __m256i matches[2];
-        for (int i = 0; i < 2; ++i) {
+        for (std::size_t i = 0; i < 2; ++i) {
             const auto* const vectors = reinterpret_cast<const __m256i*>(units + 32 * i);
             const __m256i bytes =
                 _mm256_packus_epi16(_mm256_loadu_si256(vectors), _mm256_loadu_si256(vectors + 1));
@@ -240,7 +240,7 @@ struct Avx2Fours
         if (_mm256_testz_si256(any, any) != 0)
             return 0;
         std::uint64_t mask = 0;
-        for (int i = 0; i < 2; ++i) {
+        for (std::size_t i = 0; i < 2; ++i) {
             // Packing has left the quarters of the 32 units in the order 0, 2, 1, 3.
             const __m256i inOrder = _mm256_permute4x64_epi64(matches[i], 0b11'01'10'00);
             mask |= std::uint64_t(static_cast<std::uint32_t>(_mm256_movemask_epi8(inOrder))) << (32 * i);
