@@ -52,6 +52,12 @@ public:
     }
 
 private:
+    struct Field
+    {
+        TextView Meant;
+        TextView InText;
+    };
+
     void FindIn(const WalkedElement& element);
     void FindReasons(TextView content);
     void FindInAttributes(const WalkedElement& element);
@@ -67,12 +73,6 @@ private:
 
     TextView m_text;
     std::vector<MarkupFault> m_faults;
-    struct Field
-    {
-        TextView Meant;
-        TextView InText;
-    };
-
     // Of the element at hand; kept for the memory that they have.
     FewOrMany<AttributeParts> m_attributes;
     FewOrMany<Field> m_fields;
