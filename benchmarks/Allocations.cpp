@@ -1,10 +1,9 @@
-/// How often the operations that hosts call most allocate memory, and how many of these allocations the
-/// result itself keeps.
+/// Counts the allocations of the operations that hosts call most, and how many of them the result keeps.
 
 #include "Texts.h"
 
+#include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/MarkupElementFinders.h>
-#include <corvanemarkup/MarkupFaults.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/VizInTooltip.h>
@@ -45,7 +44,7 @@ using namespace corvanemarkup;
 template <typename Function>
 void Print(const char* operation, const char* textName, Function function)
 {
-    function(); // what is allocated once and for all isn't counted
+    function(); // excludes one-time allocations
     const int before = allocations;
     const auto result = function();
     const int afterCall = allocations;
@@ -93,7 +92,7 @@ int main()
             return VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(text);
         });
         Print("FindElementRanges", tooltip.Name, [&] { return VizInTooltip::FindElementRanges(text); });
-        Print("FindMarkupFaults", tooltip.Name, [&] { return VizInTooltip::FindMarkupFaults(text); });
+        Print("FindDiagnostics", tooltip.Name, [&] { return VizInTooltip::FindDiagnostics(text); });
         Print("InsertFilterFieldAt", tooltip.Name, [&] {
             return VizInTooltip::InsertFilterFieldAt(text, tooltip.Cursor, ToTString(u"Category"),
                                                      ToTString(u"All"));

@@ -1,5 +1,5 @@
-/// The library beside what a host might write instead, on the same texts. All must give the same answers
-/// before any of them is timed.
+/// Compares the library with what a host might write instead, on the same texts. All must give the same
+/// answers before any is timed.
 
 #include "Peers.h"
 #include "Texts.h"
@@ -23,7 +23,7 @@ std::u16string ToU16String(const TString& text)
     return std::u16string(text.constData(), static_cast<std::size_t>(text.length()));
 }
 
-/// Texts in the forms that the library and its peers take, each as compact in memory as the other.
+/// Texts in the forms that the library and its peers take, equally compact in memory.
 struct Texts
 {
     explicit Texts(const std::vector<std::u16string>& texts) : Peers(texts)
@@ -46,8 +46,8 @@ void Register(const std::string& name, const Inputs& inputs, Function function)
     });
 }
 
-/// What no way to answer can do without. "answer alone": a copy of each answer found before, which is what
-/// the strings and the standard containers cost. "limit": each byte of the text read once, and such a copy.
+/// Lower bounds of any implementation. "answer only": a copy of each answer found before, which is the cost
+/// of the strings and the standard containers. "limit": each byte of the text read once, and such a copy.
 template <typename Answer>
 void RegisterLimits(const std::string& task, const Texts& texts, Answer (*answer)(const TString&))
 {
@@ -59,7 +59,7 @@ void RegisterLimits(const std::string& task, const Texts& texts, Answer (*answer
     const auto answers = std::make_shared<std::vector<Answered>>();
     for (std::size_t i = 0; i < texts.Library.size(); ++i)
         answers->push_back({texts.Peers[i], answer(texts.Library[i])});
-    Register(task + "/answer alone", *answers, [answers](const Answered& text) { return text.Found; });
+    Register(task + "/answer only", *answers, [answers](const Answered& text) { return text.Found; });
     Register(task + "/limit", *answers, [answers](const Answered& text) {
         char16_t units = 0;
         for (const char16_t unit : text.Text)
@@ -96,7 +96,7 @@ void RegisterPeer(const std::string& name, const Peer& peer, const std::string& 
                   bool withFields)
 {
     if (!Agrees(peer, texts, withFields)) {
-        std::cerr << name << " gives another answer on " << textsName << '\n';
+        std::cerr << name << " gives a different answer on " << textsName << '\n';
         std::exit(1);
     }
     Register("names " + textsName + '/' + name, texts.Peers,
@@ -117,7 +117,7 @@ int main(int argumentCount, char** arguments)
     const Pcre pcre;
     const HandWritten handWritten;
     const Pugixml pugixml;
-    // Where a sheet is named twice the peers don't know whose fields count.
+    // Fields only where no sheet is named twice: elsewhere the peers may choose another element's.
     const auto registerNames = [&](const std::string& name, const Texts& texts, bool withFields = false) {
         Register("names " + name + "/corvanemarkup", texts.Library, findNames);
         RegisterPeer("PCRE2 JIT", pcre, name, texts, withFields);

@@ -1,5 +1,5 @@
-/// How the time of every operation grows with its text, on texts that are made to take long. A linear cost
-/// doubles with the text, a quadratic one quadruples.
+/// Measures how the time of every operation grows with its text, on worst-case texts. A linear cost doubles
+/// with the text, a quadratic one quadruples.
 
 #include "HostileTexts.h"
 #include "KeepMemory.h"
@@ -15,8 +15,8 @@ namespace {
 constexpr std::array<std::size_t, 4> Sizes = {125000, 250000, 500000, 1000000};
 using Times = std::array<double, Sizes.size()>; // in milliseconds
 
-/// All operations, and for comparison, last, what the standard containers cost by themselves where many texts
-/// come out of order: no code of the library takes part in copying a set.
+/// All operations and, last, a baseline without code of the library: the copy of a set, for the cost of
+/// standard containers with many texts that are scattered in memory.
 std::vector<Operation> OperationsAndCopy()
 {
     std::vector<Operation> operations = Operations();
@@ -25,10 +25,10 @@ std::vector<Operation> OperationsAndCopy()
     return operations;
 }
 
-/// The time of the shortest of some runs, which is the one that the rest of the machine disturbed least.
+/// The time of the fastest run, which other processes disturbed least.
 double ShortestTimeOf(const Operation& operation, Arguments& arguments)
 {
-    constexpr int fewestRuns = 3; // the first one may be the first to touch its memory
+    constexpr int fewestRuns = 3; // the first may touch new pages
     constexpr int mostRuns = 10;
     constexpr double longEnough = 40;
     double shortest = HUGE_VAL;
@@ -43,19 +43,18 @@ double ShortestTimeOf(const Operation& operation, Arguments& arguments)
 
 double Growth(const Times& times)
 {
-    // The clock counts microseconds.
-    constexpr double shortestToTell = 0.1;
-    return times.back() < shortestToTell ? 0 : times.back() / times.front();
+    constexpr double shortestMeasurable = 0.1; // the clock has microseconds
+    return times.back() < shortestMeasurable ? 0 : times.back() / times.front();
 }
 
-// Sorting adds a logarithm, and where many texts come out of order, memory takes longer than the work on it.
-// A quadratic cost takes 64 times as long for eight times the text, and some time it does take.
+// Allows for the logarithm of sorting and for cache misses. For eight times the text, a quadratic cost takes
+// 64 times as long, and more than a few milliseconds.
 bool IsSuperlinear(const Times& times)
 {
     return Growth(times) > 30 && times.back() > 5;
 }
 
-/// The times of all operations. What looks superlinear is measured again, since it may have been disturbed.
+/// The times of all operations. Repeats what looks superlinear, since it may have been disturbed.
 std::vector<Times> Measure(const std::vector<Operation>& operations, const HostileFamily& family)
 {
     std::vector<Times> times(operations.size());
@@ -98,8 +97,8 @@ int main()
 
     std::printf(
         "%zu operations on %zu families of texts. For each operation: the family on which its time\n"
-        "grows fastest, and all on which it grows faster than it should. The last row is for comparison,\n"
-        "a standard container by itself: what grows no faster than that may be memory.\n\n",
+        "grows fastest, and all on which it is superlinear. The last row is a baseline, the copy of a\n"
+        "standard container: growth up to that may be due to memory.\n\n",
         operations.size() - 1, families.size());
     std::printf("%-99s %8s  %5s %5s %5s  %s\n", "operation", "ms at 8n", "2n/n", "4n/2n", "8n/4n", "family");
     for (std::size_t i = 0; i < operations.size(); ++i) {

@@ -22,8 +22,7 @@ std::u16string Unescaped(std::u16string_view value)
     return unescaped.append(value);
 }
 
-/// Adds the sheet unless it is there, or has a filter without fields. No `filter`, a null pointer, stands for
-/// "All Fields".
+/// Adds the sheet unless it is known or its filter has no fields. A null `filter` means "All Fields".
 void AddSheet(FieldsBySheet& sheets, std::u16string name, const std::u16string* filter)
 {
     std::set<std::u16string> fields;
@@ -173,7 +172,7 @@ FieldsBySheet HandWritten::FindFields(std::u16string_view text) const
 
 namespace {
 
-/// Writes the doubled quotes of attribute values as XML does.
+/// Replaces doubled quotes in attribute values by `&quot;`.
 std::u16string WithEntities(std::u16string_view text)
 {
     std::u16string xml;
@@ -216,7 +215,7 @@ void ForEachSheetElementAsXml(std::u16string_view text, Visit visit)
     };
     const std::u16string xml = WithEntities(text);
     pugi::xml_document document;
-    // Elements without an end tag are reported, and kept.
+    // Reports elements without an end tag, but keeps them.
     document.load_buffer(xml.data(), xml.size() * sizeof(char16_t),
                          pugi::parse_fragment | pugi::parse_escapes, pugi::encoding_utf16_le);
     Walker walker(visit);

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What a host might write instead of calling the library, each as a competent user of it would.
+/// What a host might write instead of calling the library, as competent users of each tool would.
 
 #include <map>
 #include <set>

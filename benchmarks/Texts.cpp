@@ -25,7 +25,7 @@ struct Language
 {
     Words Sentences;
     Words Fields;
-    Words Sheets; ///< of which names of sheets are made
+    Words Sheets; ///< parts of sheet names
 };
 
 const Language English = {
@@ -63,7 +63,7 @@ const Language& ALanguage(Random& random)
     return choice == 0 ? Greek : choice == 1 ? Japanese : English;
 }
 
-/// Different names as they stand in an element, with quotes doubled. `Trend by Region 7` is one.
+/// Distinct sheet names as raw values, such as `Trend by Region 7`.
 std::vector<std::u16string> SheetNames(Random& random, std::size_t count)
 {
     std::vector<std::u16string> names;
@@ -113,8 +113,8 @@ void AppendSheetElement(Random& random, const Language& language, std::u16string
     if (!OneIn(random, 3))
         AppendAttribute(u"filter", AFilter(random, language), attributes.emplace_back());
 
-    // Half of the elements stand in the order in which tools write them. People put the filter after the
-    // name, or have no order at all.
+    // Half of the elements have the order that tools write. People put the filter after the name, or use any
+    // order.
     const auto order = random() % 4;
     if (order == 2 && attributes.size() > 2)
         std::rotate(attributes.begin() + 1, attributes.end() - 1, attributes.end());
@@ -148,7 +148,7 @@ std::vector<std::u16string> ShortTooltips(std::size_t count)
     while (tooltips.size() < count) {
         const Language& language = ALanguage(random);
         const std::size_t length = 100 + random() % 1150;
-        // Most tooltips embed one sheet, some two or none; prose stands in front of each and after the last.
+        // Most tooltips embed one sheet, some two or none; prose is before each and after the last.
         const auto choice = random() % 8;
         const std::size_t sheetCount = choice == 0 ? 0 : choice == 1 && length > 400 ? 2 : 1;
         const std::size_t first = random();

@@ -1,8 +1,8 @@
 #pragma once
 
-/// Tooltips to measure on, the same on every machine: generated from fixed seeds. Attributes come in several
-/// orders, sizes and filters may be missing, some names hold doubled quotes, and one tooltip in three isn't
-/// in English.
+/// Benchmark inputs, the same on every machine: generated from fixed seeds. The order of attributes varies,
+/// sizes and filters may be missing, some names hold doubled quotes, and one tooltip in three isn't in
+/// English.
 
 #include <corvaneplatform/TString.h>
 
@@ -19,10 +19,10 @@ inline TString ToTString(std::u16string_view text)
 
 /// Tooltips of 100 to 1,300 code units: prose, fields, and mostly a sheet. None names a sheet twice.
 std::vector<std::u16string> ShortTooltips(std::size_t count);
-/// One tooltip of the same kind with `length` code units, give or take a sentence, and up to `sheetCount`
+/// One tooltip of the same kind with `length` code units, to within a sentence, and up to `sheetCount`
 /// sheets.
 std::u16string LongTooltip(std::size_t length, std::size_t sheetCount);
-/// Prose with an element every 4,000 code units, each second one a sheet element.
+/// Prose with an element every 4,000 code units, every second one a sheet element.
 std::u16string Prose(std::size_t length);
 
 } // namespace benchmarks

@@ -1,5 +1,5 @@
-/// Whether calls that run side by side hold each other up: the time that two threads of one process take for
-/// the same tooltips, beside that of two processes.
+/// Measures contention between concurrent calls: the time of two threads of one process against that of two
+/// processes, on the same tooltips.
 
 #include "KeepMemory.h"
 #include "Texts.h"
@@ -23,7 +23,7 @@ using namespace corvanemarkup;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// Asks for all tooltips, a few times over. The answers are kept until each round is over, as a host would.
+/// Queries all tooltips a few times. Keeps the answers until the end of each round, as a host would.
 template <typename Query>
 void Ask(Query query, const std::vector<TString>& tooltips)
 {
@@ -82,7 +82,7 @@ Milliseconds TimeOfTwoProcesses(Query query, const std::vector<TString>& tooltip
 template <typename Query>
 void Print(const char* name, Query query, const std::vector<TString>& tooltips)
 {
-    // The two take turns, so that what else the machine does meets both alike.
+    // Interleaved, which exposes both to the same load of the machine.
     std::array<Milliseconds, 9> threads{};
     std::array<Milliseconds, 9> processes{};
     for (std::size_t i = 0; i < threads.size(); ++i) {

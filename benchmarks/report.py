@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Turns what corvanemarkup-comparison measured into a table of ratios and a plot.
+"""Converts the results of corvanemarkup-comparison to a table of ratios and a plot.
 
 usage: report.py RESULTS.json [PLOT.svg]
 
@@ -13,7 +13,7 @@ import sys
 LIBRARY = "corvanemarkup"
 REFERENCE = "PCRE2 JIT"
 PEERS = [LIBRARY, REFERENCE, "u16string_view", "pugixml"]
-BOUNDS = ["answer alone", "limit"]
+BOUNDS = ["answer only", "limit"]
 COLUMNS = ["names S", "fields S", "names L12", "names L", "names P"]
 OTHERS = ["list S"] + [f"{task} {text}" for task in ["fields", "list"] for text in ["L12", "L", "P"]]
 OTHERS += [f"elements {text}" for text in ["S", "L12", "L", "P"]] + ["one edit at the cursor"]
@@ -69,7 +69,7 @@ def curves_by_size(medians):
 
 
 class Axis:
-    """A logarithmic axis from one value to another on a stretch of the picture."""
+    """A logarithmic axis from `low` to `high`, drawn from `start` to `end`."""
 
     def __init__(self, low, high, start, end):
         self.low, self.high, self.start, self.end = low, high, start, end
@@ -122,7 +122,7 @@ def write_plot(curves, path):
     text(20, (top + height - bottom) / 2, "median time of one call",
          extra=f' transform="rotate(-90 20 {(top + height - bottom) / 2})"')
 
-    # From the lowest label up, each at the end of its curve or just above the one below.
+    # From the bottom up, each label at the end of its curve or just above the previous one.
     lowest_free = height
     for peer, points in sorted(curves.items(), key=lambda curve: curve[1][-1][1]):
         line = " ".join(f"{x.place(size):.1f},{y.place(time):.1f}" for size, time in points)

@@ -29,7 +29,7 @@ install(
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/corvanemarkup
   COMPONENT development)
 
-# Found from where the file lies, so that the installed tree can be moved, unless a directory was given as absolute.
+# Relative to the file, which makes the installed tree relocatable, unless a directory was given as absolute.
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR})
   set(pkgconfig_prefix ${CMAKE_INSTALL_PREFIX})
 else()

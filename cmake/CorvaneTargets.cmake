@@ -25,7 +25,7 @@ function(corvane_compile_options target)
   endif()
 endfunction()
 
-# A library with hidden visibility whose sources and headers, included as <name/Header.h>, stand in the current folder.
+# A library with hidden visibility whose sources and headers, included as <name/Header.h>, are in the current folder.
 # The export header is generated; it is a file set of its own, since the build folder may lie inside the source folder.
 function(corvane_add_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC_HEADERS;GENERATED_HEADERS")
@@ -38,6 +38,7 @@ function(corvane_add_library name)
     ${name}
     PROPERTIES CXX_VISIBILITY_PRESET hidden
                VISIBILITY_INLINES_HIDDEN ON
+               POSITION_INDEPENDENT_CODE ON # a host's shared library may hold a static one
                VERSION ${PROJECT_VERSION}
                SOVERSION ${PROJECT_VERSION_MAJOR}
                INSTALL_RPATH "$ORIGIN"
@@ -56,7 +57,8 @@ function(corvane_add_library name)
 
   set(generated ${PROJECT_BINARY_DIR}/generated)
   generate_export_header(${name} EXPORT_FILE_NAME ${generated}/${name}/Export.h)
-  if(NOT BUILD_SHARED_LIBS)
+  get_target_property(type ${name} TYPE)
+  if(type STREQUAL STATIC_LIBRARY)
     target_compile_definitions(${name} PUBLIC ${upper}_STATIC_DEFINE)
   endif()
   list(TRANSFORM arg_GENERATED_HEADERS PREPEND ${generated}/${name}/)

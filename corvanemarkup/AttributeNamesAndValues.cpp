@@ -45,13 +45,13 @@ MarkupText AttributeNamesAndValues::ToMarkupText(const TString& elementName) con
 {
     std::uint64_t length = ViewOf(elementName).size();
     for (const AttributeNameAndValue& attribute : m_attributes)
-        length += 1 + WrittenLength(ViewOf(attribute.Name.GetName()), ViewOf(attribute.Value));
+        length += 1 + CanonicalLength(ViewOf(attribute.Name.GetName()), ViewOf(attribute.Value));
 
     std::u16string text = TextWithRoomFor(length);
     text.append(ViewOf(elementName));
     for (const AttributeNameAndValue& attribute : m_attributes) {
         text += u' ';
-        AppendWritten(ViewOf(attribute.Name.GetName()), ViewOf(attribute.Value), text);
+        AppendCanonical(ViewOf(attribute.Name.GetName()), ViewOf(attribute.Value), text);
     }
     return MarkupText(ToString(text));
 }
@@ -60,8 +60,8 @@ TString VizInTooltip::Impl::MakeSheetMarkupAttributeString(const AttributeNameAn
 {
     const TextView name = ViewOf(attribute.Name.GetName());
     const TextView value = ViewOf(attribute.Value);
-    std::u16string text = TextWithRoomFor(WrittenLength(name, value));
-    AppendWritten(name, value, text);
+    std::u16string text = TextWithRoomFor(CanonicalLength(name, value));
+    AppendCanonical(name, value, text);
     return ToString(text);
 }
 

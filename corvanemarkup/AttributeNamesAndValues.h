@@ -1,6 +1,6 @@
 #pragma once
 
-/// The attributes of one element: names, values, their ordered list, and its written form, such as
+/// The attributes of one element: their names, values, ordered list and canonical form, such as
 /// `Sheet name="Sales" filter="<Region>"`.
 
 #include <corvanemarkup/Export.h>
@@ -13,7 +13,7 @@
 
 namespace corvanemarkup {
 
-/// An attribute's name. Names are equal, and ordered, by `TString::compare` with letter case disregarded.
+/// The name of an attribute. Names are compared by `TString::compare`, ignoring letter case.
 class AttributeName
 {
 public:
@@ -40,27 +40,28 @@ private:
     TString m_name;
 };
 
-/// The markup text of one element: what stands between its angle brackets.
+/// The markup text of one element: its content, without the angle brackets.
 class MarkupText
 {
 public:
     MarkupText() = default;
     explicit MarkupText(TString text) : m_text(std::move(text)) {}
 
-    operator const TString&() const { return m_text; } // NOLINT: a markup text reads as a text
+    operator const TString&() const { return m_text; } // NOLINT: implicit, as a markup text is a text
 
 private:
     TString m_text;
 };
 
-/// One attribute. `Value` is the text as meant: no enclosing quotes, and each quote in it single.
+/// One attribute. `Value` is unescaped: without its enclosing quotes, and with its doubled quotes made
+/// single.
 struct AttributeNameAndValue
 {
     AttributeName Name;
     TString Value;
 };
 
-/// The attributes of one element in the order of its text, duplicates included. Never changes.
+/// The attributes of one element in text order, including duplicates. Immutable.
 class CORVANEMARKUP_EXPORT AttributeNamesAndValues
 {
 public:
@@ -78,19 +79,20 @@ public:
     [[nodiscard]] const_iterator begin() const noexcept { return m_attributes.begin(); }
     [[nodiscard]] const_iterator end() const noexcept { return m_attributes.end(); }
 
-    /// Whether two attributes have equal names. Sorts the names.
+    /// Returns whether two attributes have equal names. Takes O(n log n) comparisons.
     [[nodiscard]] bool HasDuplicates() const;
 
-    /// The value of the first attribute with that name; none if there is no such attribute.
+    /// Returns the value of the first attribute with that name; none if there is no such attribute.
     [[nodiscard]] boost::optional<TString> GetAttributeValueForName(const AttributeName& name) const;
 
-    /// A new list with that attribute. The first attribute with an equal name gets `name` and `value`, and
-    /// keeps its place. If there is none, the attribute is added at the end.
+    /// Returns a copy in which the first attribute with an equal name is replaced, in its place, by `name`
+    /// and `value`. If there is none, the attribute is appended.
     [[nodiscard]] AttributeNamesAndValues ReplaceOrAdd(const AttributeName& name, const TString& value) const;
 
-    /// The element's content as text: `elementName`, then for each attribute a space and its written form. An
-    /// empty list gives `elementName` alone. Names are written as they are. What is written reads back if
-    /// there is an attribute and no name holds a space, a `=` or a quote.
+    /// Returns the canonical form of the element's content: `elementName`, then for each attribute a space
+    /// and its canonical form. Names are not escaped. The result reads back if there is at least one
+    /// attribute and no name contains a space, an `=` or a quote. Throws `std::length_error` if the result is
+    /// too long.
     [[nodiscard]] MarkupText ToMarkupText(const TString& elementName) const;
 
 private:
@@ -101,8 +103,8 @@ private:
 
 namespace VizInTooltip::Impl {
 
-/// The attribute's written form: `name="value"`, with each quote of the value doubled and nothing else
-/// escaped.
+/// Returns the canonical form of the attribute: `name="value"`, with each quote in the value doubled and
+/// nothing else escaped. Throws `std::length_error` if it is too long.
 [[nodiscard]] CORVANEMARKUP_EXPORT TString
 MakeSheetMarkupAttributeString(const AttributeNameAndValue& attribute);
 

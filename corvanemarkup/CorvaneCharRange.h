@@ -1,6 +1,6 @@
 #pragma once
 
-/// How ranges of a text are told.
+/// Source ranges.
 
 #include <cstdint>
 

@@ -19,7 +19,7 @@ int FindNextMarkupElement(const TString& text, int offset, TString& content)
 int FindNextKnownMarkupElement(const TString& text, int offset, int& elementLength, TString& content,
                                const std::function<bool(const TString&)>& isKnownElement)
 {
-    // Found apart, so that `content` is as it was if the predicate throws.
+    // A local, since `content` must be unchanged if the predicate throws.
     TString found;
     const int start = FindNextMarkupElement(text, offset, found);
     const bool isKnown = isKnownElement(start < 0 ? content : found);
@@ -27,12 +27,12 @@ int FindNextKnownMarkupElement(const TString& text, int offset, int& elementLeng
         content = std::move(found);
     if (!isKnown)
         return -1;
-    // A content that wasn't found may be as long as a text can be; the sum wraps then.
+    // If no element was found, the caller's `content` may have the maximum length; the sum wraps then.
     elementLength = static_cast<int>(static_cast<unsigned>(content.length()) + 2U);
     return start;
 }
 
-// By value, so that the predicate can't change the text that is walked.
+// Takes `text` by value, since the predicate might modify the caller's.
 std::vector<std::pair<CorvaneCharRange, TString>>
 FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const TString&)>& isKnownElement)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Walks over the elements of a whole text. What an element is, `CorvaneMarkupTokenizer` tells.
+/// Walks over the elements of a whole text; see `CorvaneMarkupTokenizer` for what an element is.
 
 #include <corvanemarkup/CorvaneCharRange.h>
 #include <corvanemarkup/Export.h>
@@ -13,40 +13,41 @@
 
 namespace corvanemarkup {
 
-/// Finds the first element that starts at or after `offset`. Returns the position of its `<`, and writes its
-/// content, without brackets, to `content`. -1, with `content` unchanged, if there is no element, or if the
-/// one that starts there has no end. Offsets outside the text find nothing.
+/// Finds the first element that starts at or after `offset`, returns the position of its `<` in UTF-16 code
+/// units, and sets `content` to its content, without brackets. Returns -1 and leaves `content` unchanged if
+/// there is no element or if it is unterminated, and for an offset outside the text.
 [[nodiscard]] CORVANEMARKUP_EXPORT int FindNextMarkupElement(const TString& text, int offset,
                                                              TString& content);
 
-/// The same, if `isKnownElement` accepts the content of that element; else -1. No other element is looked at.
+/// Finds the same element, but returns -1 unless `isKnownElement` accepts its content. Considers no other
+/// element.
 ///
-/// The predicate is always asked; if there is no element, about what `content` holds on entry. `content`
-/// becomes what the predicate was asked about. If it accepts, `elementLength` becomes the length of this plus
-/// 2 for the brackets, also where the result is -1; if it refuses, `elementLength` stays unchanged.
+/// The predicate is always called; if there is no element, with the value of `content` on entry. `content`
+/// becomes the argument of that call. If the predicate accepts, `elementLength` becomes the length of that
+/// argument plus 2 for the brackets, even if the result is -1; otherwise it is unchanged.
 [[nodiscard]] CORVANEMARKUP_EXPORT int
 FindNextKnownMarkupElement(const TString& text, int offset, int& elementLength, TString& content,
                            const std::function<bool(const TString&)>& isKnownElement);
 
-/// All elements that `isKnownElement` accepts, in text order: their ranges, brackets included, and their
-/// contents.
+/// Returns all elements that `isKnownElement` accepts, in text order: their ranges in UTF-16 code units,
+/// including brackets, and their contents.
 ///
-/// The walk goes on at the end of an accepted element. If it finds no element, or a refused one, it goes on
-/// one code unit further. So it also reads the text anew from the second `<` of a doubled pair, and from
-/// within an element without end:
+/// The walk continues at the end of an accepted element. If it finds no element, or one that is rejected, it
+/// retries one code unit further. It therefore also scans from the second `<` of a doubled one, and from
+/// within an unterminated element:
 ///
-///     <x>y<<z>      x [0, 3) and z [5, 8); CollectMarkupElements finds x alone
+///     <x>y<<z>      x [0, 3) and z [5, 8); CollectMarkupElements finds only x
 ///
-/// The predicate is asked at every step, with the empty string where no element is found, and may be asked
-/// about one element many times. All but the predicate takes time linear in the text and in the different
-/// contents that the predicate sees. If it accepts every element, these together are no longer than the text.
-/// If it refuses, they can be quadratic in the text: in an element that holds `<<` again and again, a shorter
-/// element starts at each.
+/// The predicate is called at every step, with an empty string if no element is found, and may be called for
+/// the same element many times. Apart from the predicate, takes time linear in the text and in the distinct
+/// contents that are passed to the predicate. If it accepts every element, the total length of these is at
+/// most that of the text. If it rejects elements, that length can be quadratic: an element that contains many
+/// `<<` contains a shorter element at each of them.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<std::pair<CorvaneCharRange, TString>>
 FindCharRangesOfKnownMarkupElements(TString text, const std::function<bool(const TString&)>& isKnownElement);
 
-/// The contents of all elements, from the end of each to the next, up to the first that has no end. Sorting
-/// them adds a logarithm to linear time.
+/// Returns the contents of all elements up to the first that is unterminated, searching for each from the end
+/// of the one before. Takes linear time, plus sorting.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::set<TString> CollectMarkupElements(const TString& text);
 
 } // namespace corvanemarkup

@@ -1,6 +1,6 @@
 #pragma once
 
-/// From the content of one element to the list of its attributes.
+/// Parses the content of one element into a list of attributes.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/Export.h>
@@ -10,10 +10,10 @@
 
 namespace corvanemarkup {
 
-/// The attributes of an element, in text order, duplicates included. An element with a space and no attribute
-/// gives an empty list. None
-/// - if `TokenizeAttributedMarkupText` fails on the text,
-/// - if the element isn't called exactly `elementName`,
+/// Returns the attributes of an element in text order, including duplicates; an empty list if a space follows
+/// the element's name but no attribute. Returns none
+/// - if `TokenizeAttributedMarkupText` fails,
+/// - if the element's name isn't exactly `elementName`,
 /// - or if an attribute isn't a name and a quoted value.
 [[nodiscard]] CORVANEMARKUP_EXPORT boost::optional<AttributeNamesAndValues>
 ParseAttributedMarkupText(const MarkupText& markupText, const TString& elementName);

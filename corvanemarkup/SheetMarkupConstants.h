@@ -1,9 +1,9 @@
 #pragma once
 
-/// The names of `SheetMarkupFormat.h` in the types that hosts pass on.
+/// The names of `SheetMarkupFormat.h` as a `TString` and as `AttributeName`s.
 ///
-/// The constants have internal linkage: each source that includes this header holds its own. They are built
-/// when the program or library with that source is loaded, so that code which runs earlier uses the literals.
+/// The constants have internal linkage: each source that includes this header has its own. They are
+/// initialized dynamically; code that may run before must use the literals of `SheetMarkupFormat.h`.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/SheetMarkupFormat.h>

@@ -1,10 +1,10 @@
 #pragma once
 
-/// What a sheet element is called, what its attributes are called, and how large a sheet may be:
+/// The names of the sheet element and its attributes, and the limits of its size:
 ///
 ///     <Sheet name="Sales" maxwidth="300" maxheight="300" filter="<Region>,<Year>">
 ///
-/// All that reads or writes sheet elements takes these from here. They are there before any code runs.
+/// The only place that defines them. All are initialized statically.
 
 #include <corvaneplatform/TSize.h>
 
@@ -14,29 +14,29 @@
 
 namespace corvanemarkup::VizInTooltip {
 
-/// The largest size of a sheet whose element doesn't tell it, in the host's units.
+/// The maximum size of a sheet whose element doesn't specify it, in units of the host.
 const TSize DefaultMaxSize{300, 300};
 
-/// The largest values that `maxwidth` and `maxheight` may have. The smallest is 1.
+/// The largest valid values of `maxwidth` and `maxheight`. The smallest is 1.
 const TSize LargestMaxSize{2000, 1500};
 
 namespace Impl {
 
-/// What a sheet element is called, in these letters alone. The letter case of its attributes doesn't count.
+/// The name of a sheet element, which is case-sensitive. The names of its attributes are not.
 constexpr std::u16string_view SheetMarkupElementLiteral = u"Sheet";
 
-/// The attributes that a sheet element may have, in the order in which the library writes them.
+/// The attributes of a sheet element, in the order of `VizInTooltipProperties::GetDefault`.
 enum class SheetMarkupAttribute : std::size_t { Name, MaxWidth, MaxHeight, Filter };
 
-/// What they are called, in the same order.
+/// Their names, in the same order.
 constexpr std::u16string_view SheetMarkupAttributeLiterals[] = {u"name", u"maxwidth", u"maxheight",
                                                                 u"filter"};
 
 static_assert(std::size(SheetMarkupAttributeLiterals) ==
                   static_cast<std::size_t>(SheetMarkupAttribute::Filter) + 1,
-              "each attribute is called something");
+              "each attribute has a name");
 
-/// What that attribute is called.
+/// Returns the name of an attribute.
 [[nodiscard]] constexpr std::u16string_view LiteralOf(SheetMarkupAttribute attribute)
 {
     return SheetMarkupAttributeLiterals[static_cast<std::size_t>(attribute)];

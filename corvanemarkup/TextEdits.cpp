@@ -14,14 +14,7 @@ using namespace Internal;
 
 namespace {
 
-bool IsPlain(TextView text, TextView content)
-{
-    const auto start = static_cast<std::size_t>(content.data() - text.data());
-    ReadableElement element;
-    return !StartsSheetElement(text, start) && !ReadElement(content, element);
-}
-
-/// The new name; null if the name isn't to change.
+/// Returns the new name, or null if the name doesn't change.
 const TString* FindNewName(const std::map<TString, TString>& newNames, TextView name)
 {
     if (newNames.empty())
@@ -40,24 +33,24 @@ public:
         (void)ReadElement(element.Content, m_read);
     }
 
-    /// Adds the edits that can be made.
+    /// Appends the edits that can be applied.
     void AddEdits(const SheetElement& sheet, const std::map<TString, TString>& newSheetNames,
                   const std::map<TString, TString>& newFields, std::vector<TextEdit>& edits);
 
 private:
-    /// A name that is to change, and where it stands.
+    /// A name to replace.
     struct Change
     {
-        TextView InText;
+        TextView Source;
         const TString* NewName;
-        std::size_t Field; ///< its index; `NotFound` for the sheet
-        bool IsMade;
+        std::size_t Field; ///< index of the field; `NotFound` for the sheet
+        bool IsApplied;
     };
 
     using Changes = std::vector<Change*>;
 
-    void MakeWhatCanBe(const Changes& changes);
-    [[nodiscard]] bool CanBeMade() const;
+    void ApplyWherePossible(const Changes& changes);
+    [[nodiscard]] bool CanApply() const;
 
     const WalkedElement& m_element;
     TextView m_text;
@@ -71,45 +64,45 @@ private:
 void SheetRenaming::AddEdits(const SheetElement& sheet, const std::map<TString, TString>& newSheetNames,
                              const std::map<TString, TString>& newFields, std::vector<TextEdit>& edits)
 {
-    const auto add = [this](TextView inText, const TString* newName, std::size_t field) {
+    const auto add = [this](TextView raw, const TString* newName, std::size_t field) {
         if (newName != nullptr)
-            m_changes.push_back({inText, newName, field, false});
+            m_changes.push_back({raw, newName, field, false});
     };
     const TString sheetName = sheet.Name();
-    add(sheet.EscapedName(), FindNewName(newSheetNames, ViewOf(sheetName)), NotFound);
+    add(sheet.RawName(), FindNewName(newSheetNames, ViewOf(sheetName)), NotFound);
     if (m_read.Filter != NotFound)
-        ForEachFieldInText(sheet.EscapedFilter(), m_scratch, [&](TextView inText, TextView meant) {
-            const TextView field = meant.substr(1, meant.size() - 2);
-            add(inText.substr(1, inText.size() - 2), FindNewName(newFields, field), m_fields.size());
+        ForEachRawField(sheet.RawFilter(), m_scratch, [&](TextView raw, TextView unescaped) {
+            const TextView field = unescaped.substr(1, unescaped.size() - 2);
+            add(raw.substr(1, raw.size() - 2), FindNewName(newFields, field), m_fields.size());
             m_fields.push_back(field);
         });
-    // The fields come in the order of the text; the name, the first change, may stand after all of them.
-    if (!m_changes.empty() && m_changes.back().InText.data() < m_changes.front().InText.data())
+    // The fields are in text order; the sheet's name, the first change, may be after all of them.
+    if (!m_changes.empty() && m_changes.back().Source.data() < m_changes.front().Source.data())
         std::rotate(m_changes.begin(), m_changes.begin() + 1, m_changes.end());
 
-    // What could not be made before may be after others were.
+    // A change that couldn't be applied before may be applicable after others.
     Changes open;
     std::size_t before = 0;
     do {
         before = open.size();
         open.clear();
-        for (Change& change : m_changes) // the sheet first, so that no field uses up its tries
-            if (!change.IsMade)
+        for (Change& change : m_changes) // the sheet first, before fields can exhaust the tries
+            if (!change.IsApplied)
                 open.insert(change.Field == NotFound ? open.begin() : open.end(), &change);
         if (open.size() != before)
-            MakeWhatCanBe(open);
+            ApplyWherePossible(open);
     } while (open.size() != before && m_triesLeft > 0);
     for (const Change& change : m_changes) {
-        if (!change.IsMade)
+        if (!change.IsApplied)
             continue;
-        std::u16string escaped;
-        AppendEscaped(ViewOf(*change.NewName), escaped);
-        edits.push_back({RangeOf(change.InText, m_text), ToString(escaped)});
+        std::u16string rawName;
+        AppendEscaped(ViewOf(*change.NewName), rawName);
+        edits.push_back({RangeOf(change.Source, m_text), ToString(rawName)});
     }
 }
 
-/// Makes all of the changes if the element reads back then; otherwise tries each half, and so on.
-void SheetRenaming::MakeWhatCanBe(const Changes& changes)
+/// Applies all changes if the element reads back with them; otherwise tries each half, and so on.
+void SheetRenaming::ApplyWherePossible(const Changes& changes)
 {
     using Place = Changes::const_iterator;
     std::vector<std::pair<Place, Place>> parts{{changes.begin(), changes.end()}};
@@ -117,11 +110,11 @@ void SheetRenaming::MakeWhatCanBe(const Changes& changes)
         const auto first = parts.back().first;
         const auto last = parts.back().second;
         parts.pop_back();
-        const auto set = [&](bool isMade) {
-            std::for_each(first, last, [isMade](Change* change) { change->IsMade = isMade; });
+        const auto set = [&](bool isApplied) {
+            std::for_each(first, last, [isApplied](Change* change) { change->IsApplied = isApplied; });
         };
         set(true);
-        if (CanBeMade())
+        if (CanApply())
             continue;
         set(false);
         if (last - first > 1) {
@@ -132,29 +125,29 @@ void SheetRenaming::MakeWhatCanBe(const Changes& changes)
     }
 }
 
-bool SheetRenaming::CanBeMade() const
+bool SheetRenaming::CanApply() const
 {
     std::uint64_t length = m_element.Content.size();
     for (const Change& change : m_changes)
-        if (change.IsMade)
-            length = length + EscapedLength(ViewOf(*change.NewName)) - change.InText.size();
+        if (change.IsApplied)
+            length = length + EscapedLength(ViewOf(*change.NewName)) - change.Source.size();
     ExpectedElement expected{TextWithRoomFor(length), m_read.Attributes.size(), m_read.Filter, m_fields};
     const char16_t* copied = m_element.Content.data();
     for (const Change& change : m_changes) {
-        if (!change.IsMade)
+        if (!change.IsApplied)
             continue;
-        expected.NewContent.append(copied, change.InText.data());
+        expected.NewContent.append(copied, change.Source.data());
         AppendEscaped(ViewOf(*change.NewName), expected.NewContent);
-        copied = change.InText.data() + change.InText.size();
+        copied = change.Source.data() + change.Source.size();
         if (change.Field != NotFound)
             expected.Fields[change.Field] = ViewOf(*change.NewName);
     }
     expected.NewContent.append(copied, m_element.Content.data() + m_element.Content.size());
-    return ReadsAs(m_element, expected);
+    return ReadsBackAs(m_element, expected);
 }
 
-/// The fields with the new one among them. `first` and `last` are the places of those that it replaces;
-/// `first` is `NotFound` if there are none.
+/// Returns the fields with the new one. `first` and `last` are the indices of the fields that it replaces,
+/// inclusive; `first` is `NotFound` if there are none.
 std::vector<TextView> InsertInto(std::vector<TextView> fields, std::size_t first, std::size_t last,
                                  TextView field, TextView exclusiveField)
 {
@@ -183,17 +176,17 @@ TString ApplyTextEdits(const TString& text, const std::vector<TextEdit>& edits)
     std::uint64_t length = view.size();
     std::int64_t end = 0;
     for (const TextEdit& edit : edits) {
-        const bool isInOrder = IsIn(view, edit.Replaced) && edit.Replaced.start >= end;
+        const bool isInOrder = IsIn(view, edit.Range) && edit.Range.start >= end;
         CORVANEMARKUP_CHECK("corvanemarkup/TextEdits", isInOrder);
-        end = edit.Replaced.end;
-        length = length + ViewOf(edit.Text).size() - PartOf(view, edit.Replaced).size();
+        end = edit.Range.end;
+        length = length + ViewOf(edit.NewText).size() - PartOf(view, edit.Range).size();
     }
 
     std::u16string edited = TextWithRoomFor(length);
     std::int64_t copied = 0;
     for (const TextEdit& edit : edits) {
-        edited.append(PartOf(view, {copied, edit.Replaced.start})).append(ViewOf(edit.Text));
-        copied = edit.Replaced.end;
+        edited.append(PartOf(view, {copied, edit.Range.start})).append(ViewOf(edit.NewText));
+        copied = edit.Range.end;
     }
     edited.append(view.substr(static_cast<std::size_t>(copied)));
     return ToString(edited);
@@ -201,10 +194,7 @@ TString ApplyTextEdits(const TString& text, const std::vector<TextEdit>& edits)
 
 bool IsFieldName(const TString& name)
 {
-    const TString element = SurroundWithAngleBrackets(name);
-    const ElementBounds found = FindElement(ViewOf(element), 0);
-    return !name.empty() && found.Found() && found.ContentIn(ViewOf(element)).size() == ViewOf(name).size() &&
-           IsPlain(ViewOf(element), found.ContentIn(ViewOf(element)));
+    return CanNameField(ViewOf(name));
 }
 
 std::vector<TextEdit> RenameSheetsAndFields(const TString& tooltipText,
@@ -228,15 +218,15 @@ std::vector<TextEdit> RenameSheetsAndFields(const TString& tooltipText,
             continue;
         }
         const TString* const newField = FindNewName(newFields, element.Content);
-        if (newField != nullptr && IsPlain(text, element.Content) && ReadsAsPlain(element, ViewOf(*newField)))
+        if (newField != nullptr && IsPlain(text, element.Content) &&
+            ReadsBackAsPlain(element, ViewOf(*newField)))
             edits.push_back({RangeOf(element.Content, text), *newField});
     }
     return edits;
 }
 
-boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, CorvaneCharRange selection,
-                                                    const TString& fieldToInsert,
-                                                    const TString& exclusiveField)
+boost::optional<EditAtCursor> InsertFilterFieldAt(const TString& tooltipText, CorvaneCharRange selection,
+                                                  const TString& fieldToInsert, const TString& exclusiveField)
 {
     const TextView text = ViewOf(tooltipText);
     if (!IsIn(text, selection) || !IsFieldName(fieldToInsert))
@@ -256,19 +246,19 @@ boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, 
     if (!ReadElement(element.Content, read))
         return boost::none;
     const TextView oldValue =
-        read.Filter != NotFound ? read.Attributes[read.Filter].EscapedValue : element.Content.substr(0, 0);
+        read.Filter != NotFound ? read.Attributes[read.Filter].RawValue : element.Content.substr(0, 0);
     std::vector<TextView> fields;
     std::size_t first = NotFound;
     std::size_t last = NotFound;
     std::u16string scratch;
-    ForEachFieldInText(oldValue, scratch, [&](TextView inText, TextView meant) {
-        const CorvaneCharRange field = RangeOf(inText, text);
-        // For a cursor this is strictly inside, for a selection it is an overlap.
+    ForEachRawField(oldValue, scratch, [&](TextView raw, TextView unescaped) {
+        const CorvaneCharRange field = RangeOf(raw, text);
+        // True if the field strictly contains the cursor, or overlaps the selection.
         if (field.start < selection.end && selection.start < field.end) {
             first = std::min(first, fields.size());
             last = fields.size();
         }
-        fields.push_back(meant.substr(1, meant.size() - 2));
+        fields.push_back(unescaped.substr(1, unescaped.size() - 2));
     });
     fields = InsertInto(std::move(fields), first, last, ViewOf(fieldToInsert), ViewOf(exclusiveField));
 
@@ -279,7 +269,7 @@ boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, 
     for (const TextView field : fields)
         value.append(value.empty() ? u"<" : u",<").append(field).append(1, u'>');
 
-    // In place of the value; without a filter, after the last attribute or the element's name.
+    // Replaces the value; without a filter, inserts one after the last attribute or the element's name.
     std::u16string newText;
     CorvaneCharRange replaced = RangeOf(oldValue, text);
     if (read.Filter != NotFound) {
@@ -290,7 +280,7 @@ boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, 
                                     : read.Attributes.back().Whole;
         replaced = {RangeOf(before, text).end, RangeOf(before, text).end};
         newText = u' ';
-        AppendWritten(LiteralOf(Impl::SheetMarkupAttribute::Filter), value, newText);
+        AppendCanonical(LiteralOf(Impl::SheetMarkupAttribute::Filter), value, newText);
     }
 
     CheckTextLength(std::uint64_t(text.size()) + newText.size() - oldValue.size());
@@ -302,11 +292,11 @@ boost::optional<FieldInsertion> InsertFilterFieldAt(const TString& tooltipText, 
     expected.NewContent.append(PartOf(text, {content.start, replaced.start}))
         .append(newText)
         .append(PartOf(text, {replaced.end, content.end}));
-    if (!ReadsAs(element, expected))
+    if (!ReadsBackAs(element, expected))
         return boost::none;
-    const int closingQuote = isNew ? 0 : 1; // which the new text holds if the filter is new
-    return FieldInsertion{{replaced, ToString(newText)},
-                          static_cast<int>(replaced.start) + static_cast<int>(newText.size()) + closingQuote};
+    const int closingQuote = isNew ? 0 : 1; // part of the new text if the filter is new
+    return EditAtCursor{{replaced, ToString(newText)},
+                        static_cast<int>(replaced.start) + static_cast<int>(newText.size()) + closingQuote};
 }
 
 } // namespace corvanemarkup::VizInTooltip

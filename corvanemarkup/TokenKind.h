@@ -1,17 +1,17 @@
 #pragma once
 
-/// The kinds of tokens, apart from what makes tokens.
+/// The kinds of tokens of an element's content.
 
 #include <cstdint>
 
 namespace corvanemarkup {
 
-/// What a token of an element's content is; see `TokenizeAttributedMarkupText`.
+/// The kind of a token that `TokenizeAttributedMarkupText` returns.
 enum class TokenKind : std::int32_t {
     ElementName = 0, ///< everything before the first space; may be empty
-    Whitespace = 1,  ///< a run of spaces, U+0020 alone, as long as it can be
-    /// A stretch that isn't empty: up to the next space if no quote comes first, else through the quote that
-    /// closes.
+    Whitespace = 1,  ///< a maximal run of U+0020
+    /// Never empty. Ends at the next space or the end of the text; if a quote comes first, after the closing
+    /// quote.
     Attribute = 2
 };
 

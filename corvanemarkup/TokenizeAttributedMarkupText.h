@@ -1,6 +1,6 @@
 #pragma once
 
-/// Splits the content of one element into its name, runs of spaces, and attribute tokens:
+/// Splits the content of one element into its name, runs of spaces, and attributes:
 ///
 ///     Sheet name="a b"  filter="<x>"
 ///     EEEEEWAAAAAAAAAAWWAAAAAAAAAAAA      E: element name, W: white space, A: attribute
@@ -14,24 +14,23 @@
 
 namespace corvanemarkup {
 
-/// A part of an element's content.
 struct Token
 {
     TokenKind Kind;
-    TString Text; ///< as it stands in the input, quotes and doubled quotes included
+    TString Text; ///< the source text, including quotes and doubled quotes
 };
 
-/// All tokens of an element's content, if it could be read.
+/// All tokens of an element's content, or a failure.
 struct TokenizeResult
 {
     bool Success;
-    /// In text order; empty without success. There is at least an `ElementName` and a `Whitespace` token, and
-    /// all texts joined give the input.
+    /// In text order; empty on failure. On success, there are at least an `ElementName` and a `Whitespace`
+    /// token, and the texts of all tokens make up the input.
     std::vector<Token> Tokens;
 };
 
-/// The tokens of an element's content. Fails on a text without a space, and on one with quotes that aren't
-/// closed; a doubled quote doesn't close. Attribute tokens aren't judged: one may lack a `=` or quotes.
+/// Returns the tokens of an element's content. Fails if there is no space, or if quotes are unterminated; a
+/// doubled quote isn't a closing quote. Attributes aren't validated: one may lack an `=` or quotes.
 [[nodiscard]] CORVANEMARKUP_EXPORT TokenizeResult TokenizeAttributedMarkupText(const MarkupText& text);
 
 } // namespace corvanemarkup

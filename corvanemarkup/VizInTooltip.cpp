@@ -18,7 +18,7 @@ using namespace Internal;
 
 namespace {
 
-/// The properties of a valid sheet element; none for any other text.
+/// Returns the properties of a valid sheet element; none for any other text.
 boost::optional<VizInTooltipProperties> ReadValidProperties(const MarkupText& markupText)
 {
     auto properties = VizInTooltipProperties::FromMarkupText(markupText);
@@ -27,12 +27,13 @@ boost::optional<VizInTooltipProperties> ReadValidProperties(const MarkupText& ma
     return properties;
 }
 
-/// Calls `visit` with each field of the element's filter, in text order. The views are gone after the call.
+/// Calls `visit` with each field of the element's filter, in text order. A view is valid only during its
+/// call.
 template <typename Visit>
 void ForEachFieldOf(const SheetElement& element, Visit visit)
 {
-    TextView rest = element.EscapedFilter();
-    rest.remove_prefix(ReadWrittenFields(rest, visit));
+    TextView rest = element.RawFilter();
+    rest.remove_prefix(ReadCanonicalFields(rest, visit));
     if (rest.empty())
         return;
     TString unescaped;
@@ -43,7 +44,7 @@ void ForEachFieldOf(const SheetElement& element, Visit visit)
     ForEachFieldFrom(0, rest, [&](const ElementBounds& field) { visit(field.ContentIn(rest)); });
 }
 
-/// The fields of the element's sheet if this element decides; none if it can't decide.
+/// Returns the fields that the element defines for its sheet; none if it can't define any.
 std::set<TString> FieldsOf(const SheetElement& element)
 {
     std::set<TString> fields;
@@ -51,25 +52,25 @@ std::set<TString> FieldsOf(const SheetElement& element)
         fields.insert(ToString(u"All Fields"));
         return fields;
     }
-    // Fields often stand in order, and each string is made where it stays.
+    // Fields are often sorted; each string is constructed in place.
     ForEachFieldOf(element, [&](TextView field) {
         fields.emplace_hint(fields.end(), field.data(), static_cast<int>(field.size()));
     });
     return fields;
 }
 
-/// The element that decides for each sheet: of those that have fields or no filter, the first in the order of
-/// the texts.
+/// The element that decides the fields of each sheet: of those that have fields or no filter, the one whose
+/// content is least.
 class DecidingElements
 {
 public:
     explicit DecidingElements(TextView tooltipText)
     {
         SheetElementWalk walk(tooltipText);
-        // Each element is read where it stays if its sheet is new.
+        // Each element is read in place, where it stays if its sheet is new.
         SheetElement* element = &m_elements.Add();
         while (walk.Next(*element)) {
-            const std::size_t sheet = m_names.Add(element->EscapedName());
+            const std::size_t sheet = m_names.Add(element->RawName());
             if (sheet + 1 == m_elements.Count())
                 element = &m_elements.Add();
             else if (!AreSame(element->Content, m_elements[sheet].Content))
@@ -89,7 +90,7 @@ public:
     }
 
 private:
-    /// What there is to know of an element that has rivals, so that it is asked for once.
+    /// Cached properties of a deciding element that has rivals.
     struct Known
     {
         TString Content;
@@ -119,12 +120,12 @@ private:
         }
     }
 
-    TextTable m_names; ///< escaped, which is as good: a name has one escaped form
+    TextTable m_names; ///< raw, which identifies a name as well: each has only one raw value
     FewOrMany<SheetElement> m_elements;
     std::vector<boost::optional<Known>> m_known;
 };
 
-/// The valid sheet elements of a tooltip in the order of their texts, without repeats.
+/// Returns the distinct valid sheet elements of a tooltip, in ascending order of their contents.
 std::vector<SheetElement> SheetElementsByText(const TString& tooltipText)
 {
     TextTable contents;
@@ -158,7 +159,7 @@ boost::optional<Impl::AttributeTokenOffsetAndContent> FindToken(const MarkupText
                                                     AttributeName(ToString(LiteralOf(attribute))));
 }
 
-/// The difference as two's complement gives it, also where it doesn't fit.
+/// Returns the difference, which wraps as two's complement if it doesn't fit.
 std::int64_t WrappingDifference(std::int64_t left, std::int64_t right)
 {
     return static_cast<std::int64_t>(static_cast<std::uint64_t>(left) - static_cast<std::uint64_t>(right));
@@ -185,7 +186,7 @@ std::set<TString> GetTargetSheetNamesFromTooltipText(const TString& tooltipText)
     bool mayHoldQuotes = false;
     SheetElementWalk walk(ViewOf(tooltipText));
     for (SheetElement element; walk.Next(element);) {
-        different.Add(element.EscapedName());
+        different.Add(element.RawName());
         mayHoldQuotes = mayHoldQuotes || element.Values.MayHoldQuotes;
     }
     std::set<TString> names;
@@ -220,7 +221,7 @@ CorvaneCharRange GetCharRangeOfSheetNameAttributeValue(const MarkupText& sheetMa
     constexpr auto name = Impl::SheetMarkupAttribute::Name;
     const auto nameToken = FindToken(sheetMarkupText, name);
     CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltip", nameToken);
-    // After the name, the `=` and the opening quote; up to the closing quote.
+    // Starts after the name, the `=` and the opening quote, and ends before the closing quote.
     const int nameLength = static_cast<int>(LiteralOf(name).size());
     return {nameToken->Offset + nameLength + 2, nameToken->Offset + nameToken->Content.length() - 1};
 }
@@ -240,13 +241,12 @@ std::vector<int> GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText,
         return {};
     const auto filter = Impl::ExtractNameAndValue(token->Content);
 
-    // After the name, the `=` and the opening quote. The ranges of the fields count in the unescaped value.
+    // After the name, the `=` and the opening quote. Positions of fields are in the unescaped value.
     const int valueStart = token->Offset + filter->Name.GetName().length() + 2;
     const std::int64_t start = WrappingDifference(charRange.start, valueStart);
     const std::int64_t end = WrappingDifference(charRange.end, valueStart);
-    // The first test takes the start for a position in the text, of 32 bits, as a cursor is; the other two
-    // look at all 64 bits of both ends. Results for ranges that reach further depend on it, so that neither
-    // may be made like the other.
+    // The first test narrows the start to 32 bits, as a cursor position is; the other two compare 64 bits.
+    // The difference is on purpose: it affects the results for ranges beyond 32 bits.
     const auto narrowedStart = static_cast<std::int32_t>(start);
 
     std::vector<int> indices;
@@ -286,7 +286,7 @@ MarkupText InsertFilterFieldIntoMarkupText(const MarkupText& sheetMarkupText, co
         const auto place = fields.erase(fields.begin() + first, fields.begin() + (last + 1));
         fields.insert(place, fieldToInsert);
     }
-    // The new field isn't the exclusive one, so that this can come last.
+    // The new field isn't the exclusive one, so this doesn't remove it.
     Erase(fields, exclusiveField);
     return vizInTooltipProperties->WithFilterFields(fields).ToSheetMarkupText();
 }
@@ -327,7 +327,7 @@ std::vector<TString> GetFilterFieldsFromSheetMarkupInTooltipText(const TString& 
 {
     const std::vector<SheetElement> elements = SheetElementsByText(tooltipText);
     std::vector<TString> fields;
-    // From the last element to the first, so that nothing is inserted at the front of a growing list.
+    // Visits the elements in descending order, rather than inserting at the front of a growing list.
     for (auto element = elements.rbegin(); element != elements.rend(); ++element)
         ForEachFieldOf(*element, [&](TextView field) { fields.push_back(ToString(field)); });
     return fields;

@@ -1,16 +1,16 @@
 #pragma once
 
-/// What a host calls for whole tooltips and for sheet elements.
+/// Queries of whole tooltips, and queries and edits of sheet elements.
 ///
-/// A tooltip text is a whole template, plain text with elements in angle brackets. A markup text is the
+/// A tooltip text is a whole template: plain text with elements in angle brackets. A markup text is the
 /// content of one element, without its brackets. A valid sheet element is a markup text for which
-/// `VizInTooltipProperties::FromMarkupText` gives an object whose `IsValid` is true; its target sheet is its
-/// name.
+/// `VizInTooltipProperties::FromMarkupText` returns an object whose `IsValid` is true. Its target sheet is
+/// its sheet name.
 ///
-/// To edit a whole tooltip, `TextEdits.h` is simpler, and leaves all other text as it is.
+/// To edit a whole tooltip, use `TextEdits.h`, which is simpler and preserves all other text.
 ///
-/// Positions count UTF-16 code units, and ranges are half-open. Each operation takes time linear in its
-/// texts; sorting adds a logarithm.
+/// Positions are in UTF-16 code units, and ranges are half-open. Each operation takes time linear in its
+/// texts, plus sorting.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/CorvaneCharRange.h>
@@ -26,58 +26,57 @@
 
 namespace corvanemarkup::VizInTooltip {
 
-/// The target sheet of a valid sheet element; empty for any other text.
+/// Returns the target sheet of a valid sheet element; empty for any other text.
 [[nodiscard]] CORVANEMARKUP_EXPORT TString GetTargetSheetNameFromMarkupText(const TString& markupText);
 
-/// The target sheets of those elements that are valid sheet elements.
+/// Returns the target sheets of the valid sheet elements among `markupElements`.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::set<TString>
 GetTargetSheetNamesFromMarkupElementSet(const std::set<TString>& markupElements);
 
-/// The target sheets of a tooltip, of the elements that `CollectMarkupElements` finds.
+/// Returns the target sheets of the valid sheet elements that `CollectMarkupElements` finds.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::set<TString>
 GetTargetSheetNamesFromTooltipText(const TString& tooltipText);
 
 /// Renames the sheet of one element. If `sheetMarkupText` is a valid sheet element with the target sheet
-/// `currentSheetName`, writes the element with the name `newSheetName` to `replacedSheetMarkupText` and
-/// returns true. Otherwise returns false and writes nothing.
+/// `currentSheetName`, sets `replacedSheetMarkupText` to the canonical form of the element with the name
+/// `newSheetName`, and returns true. Otherwise returns false and leaves `replacedSheetMarkupText` unchanged.
 ///
-/// The element is rebuilt from its attributes, with one space in front of each. `newSheetName` isn't judged:
-/// an empty one gives an invalid element.
+/// `newSheetName` isn't validated: an empty one yields an invalid element.
 [[nodiscard]] CORVANEMARKUP_EXPORT bool
 ReplaceSheetNameInSheetMarkupText(const MarkupText& sheetMarkupText, const TString& currentSheetName,
                                   const TString& newSheetName, MarkupText& replacedSheetMarkupText);
 
-/// The first element with the sheet name of the second, rebuilt from its attributes; `firstMarkupText` as it
-/// is if the second isn't a valid sheet element. Throws through `ThrowLogicException` if the first isn't one
-/// ("vizInTooltipProperties && vizInTooltipProperties->IsValid()").
+/// Returns the canonical form of the first element with the sheet name of the second; `firstMarkupText`
+/// itself if the second isn't a valid sheet element. Throws through `ThrowLogicException` if the first isn't
+/// one ("vizInTooltipProperties && vizInTooltipProperties->IsValid()").
 [[nodiscard]] CORVANEMARKUP_EXPORT MarkupText ReplaceSheetNameInFirstMarkupTextWithSheetNameFromSecond(
     const MarkupText& firstMarkupText, const MarkupText& secondMarkupText);
 
-/// Where the characters of the sheet name stand in the element's text, doubled quotes counting as two:
+/// Returns the range of the sheet name's raw value in the element's text, without the enclosing quotes:
 ///
 ///     Sheet name="a""b" maxwidth="300"
 ///                 ^   ^
 ///             start   end
 ///
-/// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does, and if the element
-/// has no `name` ("nameToken").
+/// Throws like `Impl::FindAttributeTokenOffsetAndContent`, and through `ThrowLogicException` if there is no
+/// `name` ("nameToken").
 [[nodiscard]] CORVANEMARKUP_EXPORT CorvaneCharRange
 GetCharRangeOfSheetNameAttributeValue(const MarkupText& sheetMarkupText);
 
-/// Where the first `filter` attribute stands in the element's text, from its name through its closing quote;
-/// none if the element has no such attribute:
+/// Returns the range of the first `filter` attribute in the element's text, from its name through its closing
+/// quote; none if there is no such attribute:
 ///
 ///     Sheet name="S" filter="<a>,<b>"
 ///                    ^               ^
 ///                start               end
 ///
-/// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does.
+/// Throws like `Impl::FindAttributeTokenOffsetAndContent`.
 [[nodiscard]] CORVANEMARKUP_EXPORT boost::optional<CorvaneCharRange>
 FindFilterAttributeToken(const MarkupText& sheetMarkupText);
 
-/// The indices of the filter fields that an editor's cursor (`start` equal to `end`) or selection touches,
-/// ascending; none if the element has no `filter`. A field counts if `start` lies strictly inside it,
-/// brackets included, if it begins strictly inside the range, or if the range is exactly the field:
+/// Returns the indices of the filter fields that an editor's cursor (`start` equal to `end`) or selection
+/// touches, ascending; none if there is no `filter`. A field, including its brackets, is touched if it
+/// strictly contains `start`, if it begins strictly inside the range, or if it is exactly the range:
 ///
 ///     Sheet name="S" filter="<a>,<b>"
 ///                            ^^          [24, 24), between these two: field 0
@@ -85,71 +84,70 @@ FindFilterAttributeToken(const MarkupText& sheetMarkupText);
 ///                             ^^^^^      [24, 29): fields 0 and 1
 ///                               ^        [26, 26), after the `>`: none
 ///
-/// `charRange` counts in `sheetMarkupText`. The fields count in the value with its doubled quotes made
-/// single, so that each doubled quote in front of a field shifts it to the left by one.
+/// `charRange` refers to `sheetMarkupText`, but positions of fields refer to the unescaped value: each
+/// doubled quote before a field shifts it to the left by one.
 ///
-/// Every pair of integers is a valid range, and one that reaches beyond the text is judged like any other.
-/// Beyond the range of `int`, `start` lies inside a field if its lowest 32 bits do, and positions near the
-/// ends of 64 bits wrap.
+/// Every pair of integers is a valid range, even beyond the text. Whether a field contains `start` depends on
+/// the lowest 32 bits of its distance from the value, and positions near the limits of 64 bits wrap.
 ///
-/// Throws through `ThrowLogicException` where `FindAttributeTokenOffsetAndContent` does.
+/// Throws like `Impl::FindAttributeTokenOffsetAndContent`.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<int>
 GetIndexOfFiltersAtCharRange(const MarkupText& sheetMarkupText, CorvaneCharRange charRange);
 
-/// The element with `fieldToInsert` in its filter.
+/// Returns the canonical form of the element with `fieldToInsert` in its filter.
 ///
-/// - The field replaces those from the first of `fieldIndices` through the last. The indices between these
-///   aren't read. If the last is the first less one, nothing is replaced: the field goes in front of the
-///   first.
-/// - If `fieldIndices` is empty, the field goes to the end of the filter, and fields equal to it are removed.
-/// - `exclusiveField` stands alone in a filter. Inserted, it replaces all fields, and `fieldIndices` isn't
-///   read. When another field is inserted, it is removed.
+/// - The field replaces all fields from the first of `fieldIndices` through the last; only these two indices
+///   matter. If the last is one less than the first, nothing is replaced, and the field is inserted before
+///   the first.
+/// - If `fieldIndices` is empty, the field is appended, and fields equal to it are removed.
+/// - `exclusiveField` is never combined with other fields. It replaces all fields when it is inserted,
+///   whatever `fieldIndices`, and is removed when another is inserted.
 ///
-/// The element needn't be valid. It is rebuilt from its attributes, with one space in front of each. Quotes
-/// protect the brackets of the filter in a tooltip only if the first attribute is one of a sheet element:
-/// `Impl::IsSheetMarkupText` at offset 0 of the result tells.
+/// The element needn't be valid. In a tooltip, quotes protect the brackets of the result's filter only if
+/// `Impl::IsSheetMarkupText` is true at its offset 0, that is, if its first attribute is one of a sheet
+/// element.
 ///
 /// Throws through `ThrowLogicException`
-/// - if `VizInTooltipProperties::FromMarkupText` gives nothing for the text ("vizInTooltipProperties"),
+/// - if `VizInTooltipProperties::FromMarkupText` returns none for the text ("vizInTooltipProperties"),
 /// - unless 0 <= first <= last + 1 <= number of fields
 ///   ("first >= 0 && first - 1 <= last && last < fieldCount").
 [[nodiscard]] CORVANEMARKUP_EXPORT MarkupText
 InsertFilterFieldIntoMarkupText(const MarkupText& sheetMarkupText, const TString& fieldToInsert,
                                 const TString& exclusiveField, const std::vector<int>& fieldIndices);
 
-/// An edited element, and where the editor's cursor goes.
+/// An edited element, and the new position of the editor's cursor.
 struct NewCursorPositionAndMarkupText
 {
     int NewCursorPosition; ///< in `NewMarkupText`, just after the closing quote of its `filter` attribute
     MarkupText NewMarkupText;
 };
 
-/// Inserts the field at the editor's cursor, or in place of the fields that its selection touches:
-/// `InsertFilterFieldIntoMarkupText` with the indices of `GetIndexOfFiltersAtCharRange`. Throws where these
-/// two do. It also throws where `FindFilterAttributeToken` does for the new text: a quote in an attribute's
-/// name can make that text unreadable.
+/// Inserts the field in place of those that the editor's cursor or selection touches:
+/// `InsertFilterFieldIntoMarkupText` with the indices of `GetIndexOfFiltersAtCharRange`. Throws like these
+/// two, and like `FindFilterAttributeToken` for the new text: a quote in an attribute's name can make that
+/// text unreadable.
 [[nodiscard]] CORVANEMARKUP_EXPORT NewCursorPositionAndMarkupText
 InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(const MarkupText& sheetMarkupText,
                                                        const CorvaneCharRange& charRange,
                                                        const TString& fieldToInsert,
                                                        const TString& exclusiveField);
 
-/// The filter fields of each target sheet, from the valid sheet elements that `CollectMarkupElements` finds.
-/// An element without a `filter` stands for the one field "All Fields". An element whose `filter` holds no
-/// field is passed over. If several elements have the same target sheet, the one whose content is least
-/// decides, wherever it stands.
+/// Returns the filter fields of each target sheet, from the valid sheet elements that `CollectMarkupElements`
+/// finds. An element without a `filter` has the one field "All Fields". An element whose `filter` contains no
+/// field is ignored. If several elements have the same target sheet, the one whose content is least by
+/// `TString::operator<` is used, regardless of its position.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::map<TString, std::set<TString>>
 GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(const TString& tooltipText);
 
-/// The target sheets of the previous tooltip that have other fields in the current one, or none, ascending.
-/// What the fields of a sheet are, `GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText` tells.
+/// Compares the results of `GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText`. Returns, in
+/// ascending order, the target sheets of the previous tooltip that are missing from the current one or have
+/// different fields there.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
 CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(const TString& previousTooltipText,
                                                      const TString& currentTooltipText);
 
-/// All filter fields of the valid sheet elements that `CollectMarkupElements` finds, duplicates included. The
-/// elements come from the greatest content to the least, wherever they stand, and the fields of each in their
-/// own order.
+/// Returns all filter fields of the valid sheet elements that `CollectMarkupElements` finds, including
+/// duplicates. The elements are in descending order of their contents, and the fields of each in text order.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TString>
 GetFilterFieldsFromSheetMarkupInTooltipText(const TString& tooltipText);
 

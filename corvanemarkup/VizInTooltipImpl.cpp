@@ -41,8 +41,7 @@ bool FindNameValuePairs(const TString& phrase, std::vector<AttributeNameAndValue
     bool sawOtherCharacter = false;
 
     for (;;) {
-        // Can't fail on a text whose units a U+0000 follows, since the scan ends at the first one. It keeps
-        // the scan inside a text of a platform that breaks this promise.
+        // Only fails if a platform's `constData` isn't terminated by U+0000: otherwise the scan ends there.
         CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltipImpl", pCh <= phrase.constData() + phrase.length());
         if (*pCh == u'\0')
             break;

@@ -1,6 +1,6 @@
 #pragma once
 
-/// One sheet element: its values, its faults, and edits by copy.
+/// One sheet element: its values, its validity, and edited copies.
 
 #include <corvanemarkup/AttributeNamesAndValues.h>
 #include <corvanemarkup/Export.h>
@@ -14,13 +14,13 @@
 
 namespace corvanemarkup {
 
-/// The view on the attributes of one sheet element, such as
+/// The attributes of one sheet element, such as
 ///
 ///     Sheet name="Sales" maxwidth="300" maxheight="300" filter="<Region>,<Year>"
 ///
-/// It holds the attributes as they come, valid or not, and never changes: an edit gives a new object. An
-/// attribute that occurs twice is read and edited where it occurs first. Each operation takes time linear in
-/// the attributes; `HasDuplicateAttributes`, and so `IsValid`, sorts their names.
+/// Holds any attributes, valid or not. Immutable: edits return a new object. If an attribute occurs twice,
+/// its first occurrence is read and edited. Each operation takes time linear in the attributes, except that
+/// `HasDuplicateAttributes`, and therefore `IsValid`, sorts their names.
 class CORVANEMARKUP_EXPORT VizInTooltipProperties
 {
 public:
@@ -30,49 +30,51 @@ public:
     {
     }
 
-    /// The element that `Sheet` and its attributes make, valid or not. None if the text isn't of that shape:
-    /// another element name, no space, or an attribute that isn't a name and a quoted value.
+    /// Parses the content of an element. Returns none if its name isn't `Sheet`, if no space follows the
+    /// name, if quotes are unterminated, or if an attribute isn't a name and a quoted value. The result
+    /// needn't be valid.
     [[nodiscard]] static boost::optional<VizInTooltipProperties> FromMarkupText(const MarkupText& markupText);
 
-    /// The element for a sheet as the editor first inserts it: all four attributes, with the default size.
-    /// `filterValue` is a whole filter value, such as `<Region>,<Year>`. Valid unless `sheetName` is empty.
+    /// Returns a new element for a sheet, with all four attributes and the default size. `filterValue` is a
+    /// whole filter value, such as `<Region>,<Year>`. The element is valid unless `sheetName` is empty.
     [[nodiscard]] static VizInTooltipProperties GetDefault(const TString& sheetName,
                                                            const TString& filterValue);
 
-    /// Whether the element is a valid sheet element: none of the four faults below.
+    /// Returns whether the element is valid: none of the four conditions below holds.
     [[nodiscard]] bool IsValid() const;
-    /// Two attributes have the same name.
+    /// Returns whether two attributes have the same name.
     [[nodiscard]] bool HasDuplicateAttributes() const;
-    /// There is no `name`, or it is empty.
+    /// Returns whether `name` is missing or empty.
     [[nodiscard]] bool MissingSheetName() const;
-    /// `maxwidth` isn't a number from 1 to 2000, or `maxheight` not one from 1 to 1500.
+    /// Returns whether `maxwidth` isn't a number from 1 to 2000, or `maxheight` isn't one from 1 to 1500. A
+    /// missing attribute is valid.
     [[nodiscard]] bool HasInvalidSheetSize() const;
-    /// Some attribute is none of `name`, `maxwidth`, `maxheight` and `filter`.
+    /// Returns whether there is an attribute other than `name`, `maxwidth`, `maxheight` and `filter`.
     [[nodiscard]] bool HasUnallowedAttributes() const;
 
-    /// The largest size of the sheet: 300 for an absent attribute, else the number as it stands, also one out
-    /// of range. What isn't a decimal number gives 0.
+    /// Returns the maximum size of the sheet. A missing attribute yields 300, and a value that isn't a
+    /// decimal number yields 0; other numbers are returned as they are, if they fit into an `int`.
     [[nodiscard]] TSize GetSheetSize() const;
-    /// The target sheet; empty if there is no `name`.
+    /// Returns the target sheet; empty if there is no `name`.
     [[nodiscard]] TString GetSheetName() const;
 
-    /// Whether there is a `filter` attribute, whatever its value.
+    /// Returns whether there is a `filter` attribute, even if its value is empty.
     [[nodiscard]] bool HasFilter() const;
-    /// The whole filter value, such as `<Region>,<Year>`; none if there is no `filter`.
+    /// Returns the whole filter value, such as `<Region>,<Year>`; none if there is no `filter`.
     [[nodiscard]] boost::optional<TString> GetFilterValue() const;
-    /// The contents of the elements in the filter value, in text order, repeats included. What stands between
-    /// them is passed over. Field n is element n that `FindCharRangesOfKnownMarkupElements` finds in the
-    /// filter value with a predicate that accepts all.
+    /// Returns the contents of the elements in the filter value, in text order, including duplicates. Text
+    /// between elements is ignored. The elements are those that `FindCharRangesOfKnownMarkupElements` returns
+    /// for the filter value if its predicate accepts all.
     [[nodiscard]] std::vector<TString> GetFilterFields() const;
 
-    /// The element's content, `Sheet name="Sales"`; the host adds the brackets.
+    /// Returns the canonical form of the element's content, such as `Sheet name="Sales"`, without brackets.
     [[nodiscard]] MarkupText ToSheetMarkupText() const;
 
-    /// The element with a filter of those fields, written `<field>,<field>`, in the place of the `filter`
-    /// attribute, or at the end. Brackets in a field are written as they are, so that a field with a single
-    /// `<` or `>` doesn't read back.
+    /// Returns a copy whose `filter` has those fields, as `<field>,<field>`. The `filter` keeps its place, or
+    /// is appended if there is none. Brackets are not escaped: a field with a single `<` or `>` doesn't read
+    /// back.
     [[nodiscard]] VizInTooltipProperties WithFilterFields(const std::vector<TString>& fields) const;
-    /// The element with that name, in the place of the `name` attribute, or at the end.
+    /// Returns a copy with that `name`, which keeps its place, or is appended if there is none.
     [[nodiscard]] VizInTooltipProperties WithSheetName(const TString& sheetName) const;
 
 private:

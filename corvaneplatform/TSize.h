@@ -1,8 +1,7 @@
 #pragma once
 
-/// The platform's size.
+/// The platform's type of sizes.
 
-/// A width and a height.
 struct TSize
 {
     constexpr TSize(int sizeWidth, int sizeHeight) : width(sizeWidth), height(sizeHeight) {}

@@ -8,14 +8,13 @@
 
 namespace {
 
-/// The longest text that there can be: what `int` counts, or what the string holds if that is less, as it is
-/// where `std::size_t` has 32 bits.
+/// Returns the maximum length of a text. `max_size` is less than `INT_MAX` if `std::size_t` has 32 bits.
 std::size_t LongestText()
 {
     return std::min<std::size_t>(INT_MAX, std::u16string().max_size());
 }
 
-/// Asked before memory is. The length comes in 64 bits, which sums and products of lengths fit.
+/// Throws if the length is too large. Called before any allocation. Sums and products of lengths fit 64 bits.
 std::size_t CheckedLength(std::uint64_t length)
 {
     if (length > LongestText())
@@ -33,7 +32,7 @@ constexpr char16_t ToLowerAscii(char16_t unit)
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
 }
 
-/// Positions clamped to [0, length], so that every `int` is a valid one.
+/// Clamps a position to [0, length].
 std::size_t Clamped(int position, std::size_t length)
 {
     return position < 0 ? 0 : std::min(static_cast<std::size_t>(position), length);
@@ -132,7 +131,7 @@ TString& TString::replace(const TString& before, const TString& after, CaseSensi
         return std::search(from, m_text.cend(), before.m_text.begin(), before.m_text.end(), equal);
     };
 
-    // Counted first, so that the result is allocated once and a length beyond the limit before that.
+    // Counts the matches first, to check the length of the result and to allocate it once.
     const auto beforeLength = static_cast<std::ptrdiff_t>(before.m_text.size());
     std::size_t count = 0;
     for (auto found = find(m_text.cbegin()); found != m_text.cend(); found = find(found + beforeLength))
@@ -202,7 +201,7 @@ TString TString::number(int value, int base, int width, char16_t fill)
 
 int TString::toInt(bool* ok, int base) const
 {
-    // A code unit beyond ASCII has no place in a number; U+0000 stands for it, which from_chars stops at.
+    // Code units beyond ASCII become U+0000, where from_chars stops.
     std::string digits(m_text.size(), '\0');
     std::transform(m_text.begin(), m_text.end(), digits.begin(),
                    [](char16_t unit) { return unit < 0x80 ? static_cast<char>(unit) : '\0'; });

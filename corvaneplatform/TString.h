@@ -1,6 +1,6 @@
 #pragma once
 
-/// The platform's text, which a host may replace by its own.
+/// The platform's text type, which a host may replace by its own.
 
 #include <corvaneplatform/Export.h>
 
@@ -9,24 +9,24 @@
 #include <utility>
 #include <vector>
 
-/// The platform's text value: a sequence of UTF-16 code units that needn't be well formed.
+/// A sequence of UTF-16 code units, which needn't be well-formed.
 ///
-/// Lengths, offsets and counts are `int` and count code units. No argument makes an operation read outside
-/// the text: an offset below 0 counts as 0 unless told otherwise, and one past the end finds nothing. A
-/// text longer than `INT_MAX` code units is refused with `std::length_error`. An operation that throws leaves
-/// its text as it was. Operations take time linear in their texts unless told otherwise.
+/// Lengths, offsets and counts are in code units. No argument makes an operation read outside the text:
+/// unless specified otherwise, a negative offset is treated as 0, and one past the end finds nothing.
+/// Operations whose result would be longer than `INT_MAX` code units throw `std::length_error`. An operation
+/// that throws has no effect. Operations take time linear in their texts unless specified otherwise.
 class CORVANEPLATFORM_EXPORT TString
 {
 public:
     enum class CaseSensitivity {
-        CaseInsensitive = 0, ///< `A` to `Z` equal `a` to `z`; nothing else is folded, whatever the locale
+        CaseInsensitive = 0, ///< folds `A` to `Z` only, independent of the locale
         CaseSensitive = 1
     };
     enum class SplitBehavior { KeepEmptyParts = 0, SkipEmptyParts = 1 };
 
     TString() = default;
-    /// The first `count` code units of `text`; with a `count` below 0, those up to the terminating U+0000.
-    /// A null `text` gives an empty string.
+    /// Copies the first `count` code units of `text`; if `count` is negative, those up to the terminating
+    /// U+0000. Empty if `text` is null.
     TString(const char16_t* text, int count)
         : m_text(text == nullptr ? u"" : text, text == nullptr ? 0 : LengthOf(text, count))
     {
@@ -37,29 +37,29 @@ public:
     [[nodiscard]] bool empty() const noexcept { return m_text.empty(); }
     [[nodiscard]] bool IsEmpty() const noexcept { return empty(); }
 
-    /// The code unit at `index`; U+0000 at index `length()` and at every index outside the text.
+    /// Returns the code unit at `index`; U+0000 if `index` is outside the text.
     [[nodiscard]] char16_t operator[](int index) const noexcept
     {
         return index >= 0 && index < length() ? m_text[static_cast<std::size_t>(index)] : u'\0';
     }
     [[nodiscard]] char16_t at(int index) const noexcept { return (*this)[index]; }
-    /// The code units, followed by U+0000. Valid until the text changes.
+    /// Returns the code units, followed by U+0000. Valid until the text changes.
     [[nodiscard]] const char16_t* constData() const noexcept { return m_text.c_str(); }
 
-    /// The first index at or after `from` that holds `unit`, or -1.
+    /// Returns the first index of `unit` at or after `from`, or -1.
     [[nodiscard]] int Find(char16_t unit, int from) const noexcept;
-    /// The first index at or after `from` that holds one of the code units of `set`, or -1.
+    /// Returns the first index of any code unit of `set` at or after `from`, or -1.
     [[nodiscard]] int findOneOf(const TString& set, int from) const noexcept;
 
-    /// The first `count` code units; none with a `count` below 0.
+    /// Returns at most the first `count` code units; empty if `count` is negative.
     [[nodiscard]] TString left(int count) const;
-    /// At most `count` code units from `position` on; with a `count` below 0, all of them. Empty if
-    /// `position` is at the end or past it.
+    /// Returns at most `count` code units from `position`; all of them if `count` is negative. Empty if
+    /// `position` is at or past the end.
     [[nodiscard]] TString mid(int position, int count) const;
     [[nodiscard]] TString Mid(int position, int count) const { return mid(position, count); }
 
-    /// 0 if the texts are equal; below 0 if this one comes first, else above 0. Texts are ordered by code
-    /// units; no locale plays a part.
+    /// Returns 0 if the texts are equal, a negative number if this one is less, and a positive one otherwise.
+    /// Orders by code units, independent of the locale.
     [[nodiscard]] int compare(const TString& other, CaseSensitivity sensitivity) const noexcept;
 
     friend bool operator==(const TString& left, const TString& right) noexcept
@@ -67,7 +67,7 @@ public:
         return std::equal(left.m_text.begin(), left.m_text.end(), right.m_text.begin(), right.m_text.end());
     }
     friend bool operator!=(const TString& left, const TString& right) noexcept { return !(left == right); }
-    /// By code units, so that U+FFFF comes after both halves of a surrogate pair.
+    /// Orders by code units, not by code points: U+FFFF is greater than a surrogate pair.
     friend bool operator<(const TString& left, const TString& right) noexcept
     {
         return left.m_text < right.m_text;
@@ -95,26 +95,25 @@ public:
     TString& Trim() noexcept;
     /// Replaces every `before` by `after`, in place.
     TString& replace(char16_t before, const TString& after);
-    /// Replaces every `before` by `after`, in place, from left to right; what was put in isn't looked at
-    /// again. An empty `before` is found nowhere. At worst, the time is in proportion to `length()` times the
-    /// length of `before`.
+    /// Replaces every `before` by `after`, in place, from left to right, without searching replacements. An
+    /// empty `before` matches nothing. Takes up to `length()` times `before.length()` comparisons.
     TString& replace(const TString& before, const TString& after, CaseSensitivity sensitivity);
-    /// Removes at most `count` code units from `position` on, in place; nothing if either is outside the
-    /// text.
+    /// Removes at most `count` code units from `position`, in place. Does nothing if `position` is outside
+    /// the text or `count` is negative.
     TString& removeAt(int position, int count);
 
-    /// The pieces between the separators: one more than there are separators. `SkipEmptyParts` leaves out the
-    /// empty ones, but there is always at least one piece.
+    /// Returns the pieces between separators, without empty ones if `SkipEmptyParts`. There is always at
+    /// least one piece: an empty one if all others are skipped.
     [[nodiscard]] std::vector<TString> split(char16_t separator, SplitBehavior behavior) const;
-    /// The items with one `separator` between each two; empty without items.
+    /// Returns the items, separated by `separator`; empty if there are no items.
     [[nodiscard]] static TString join(const std::vector<TString>& items, char16_t separator);
 
-    /// `value` in digits of `base` (2 to 36, clamped), in small letters beyond 9, filled from the left with
-    /// `fill` up to `width` code units.
+    /// Returns `value` in `base` (clamped to 2 to 36), in lowercase, padded on the left with `fill` to
+    /// `width` code units.
     [[nodiscard]] static TString number(int value, int base, int width, char16_t fill);
-    /// The number that the whole text spells in digits of `base` (2 to 36, clamped), after a `-` if it is
-    /// negative. Anything else gives 0, also white space, `+` and a value beyond `int`. `ok`, unless null,
-    /// tells whether the text is a number.
+    /// Parses the whole text as a number in `base` (clamped to 2 to 36), with an optional leading `-`.
+    /// Returns 0 for any other text, including white space or a `+`, and for a number out of range of `int`.
+    /// Unless null, `ok` is set to whether the text is a number in range.
     [[nodiscard]] int toInt(bool* ok, int base) const;
 
 private:
@@ -125,11 +124,11 @@ private:
     }
     static std::size_t LengthUpToZero(const char16_t* text);
     [[nodiscard]] TString JoinedWith(const std::u16string& text) const;
-    /// `text` may be this text itself.
+    /// `text` may be the one of this object.
     void Append(const std::u16string& text);
 
     std::u16string m_text;
 };
 
-/// `text` between `<` and `>`.
+/// Returns `text` between `<` and `>`.
 [[nodiscard]] CORVANEPLATFORM_EXPORT TString SurroundWithAngleBrackets(const TString& text);

@@ -8,7 +8,7 @@ LogicException::LogicException(const char* file, int line, const char* condition
 {
 }
 
-// Defined here so that the type information has one home and a host can catch the exception across libraries.
+// The key function: emits the type information only here, for hosts to catch the exception across libraries.
 LogicException::~LogicException() = default;
 
 void ThrowLogicException(const char* file, int line, const char* condition)

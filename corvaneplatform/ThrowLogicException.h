@@ -1,15 +1,15 @@
 #pragma once
 
-/// How the library tells that a condition is broken.
+/// How the library reports precondition violations.
 
 #include <corvaneplatform/Export.h>
 
 #include <stdexcept>
 
-/// Thrown where a caller's precondition or an internal condition is broken.
+/// Thrown on a precondition violation.
 ///
-/// `File` and `Condition` are kept by pointer: they are string literals of the library that throws, and valid
-/// as long as it is loaded.
+/// `File` and `Condition` are pointers to string literals of the library that throws, valid as long as it is
+/// loaded.
 class CORVANEPLATFORM_EXPORT LogicException : public std::logic_error
 {
 public:
@@ -18,10 +18,11 @@ public:
     LogicException& operator=(const LogicException&) noexcept = default;
     ~LogicException() override;
 
-    /// The source that holds the condition, such as `corvanemarkup/VizInTooltip`: no path, no extension.
+    /// Returns the source file that checks the condition, such as `corvanemarkup/VizInTooltip`, without an
+    /// extension.
     [[nodiscard]] const char* File() const noexcept { return m_file; }
     [[nodiscard]] int Line() const noexcept { return m_line; }
-    /// The text of the condition that doesn't hold.
+    /// Returns the text of the condition that doesn't hold.
     [[nodiscard]] const char* Condition() const noexcept { return m_condition; }
 
 private:
@@ -30,6 +31,6 @@ private:
     const char* m_condition;
 };
 
-/// Throws a `LogicException`. `file` and `condition` must be string literals, or live as long.
+/// Throws a `LogicException`. `file` and `condition` must be string literals, or live as long as one.
 [[noreturn]] CORVANEPLATFORM_EXPORT void ThrowLogicException(const char* file, int line,
                                                              const char* condition);

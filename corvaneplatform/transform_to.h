@@ -1,14 +1,14 @@
 #pragma once
 
-/// From one container to another.
+/// Transforms one container into another.
 
 #include <algorithm>
 #include <iterator>
 
 namespace corvane {
 
-/// A new `Destination` with the result of `function` for every element of `source`, in the order of `source`.
-/// Each result is moved in at the end; a set or map orders them, and drops those that it already holds.
+/// Returns a `Destination` that contains the result of `function` for every element of `source`, inserted at
+/// the end in the order of `source`. A set or map sorts them and drops duplicates.
 template <typename Destination, typename Source, typename Function>
 [[nodiscard]] Destination transform_to(const Source& source, Function function)
 {

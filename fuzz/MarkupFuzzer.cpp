@@ -1,4 +1,4 @@
-/// Holds every exported operation to its laws, on a text made of arbitrary bytes.
+/// Checks the laws of the exported operations on a text made of arbitrary bytes.
 
 #include "Agreements.h"
 #include "RangeLaws.h"
@@ -18,7 +18,7 @@ void CheckMarkup(const MarkupText& markup, CorvaneCharRange range, const TString
     const TString elementName = text.left(text.Find(u' ', 0));
     const auto list = ParseAttributedMarkupText(markup, elementName);
     EXPECT_TRUE(position == text.length() || (position == 0 && !list));
-    // What comes of an element that doesn't read back needn't obey the laws; it is a result or an exception.
+    // If the element doesn't read back, any result or precondition violation will do.
     (void)ShowOrCondition([&] { return GetCharRangeOfSheetNameAttributeValue(markup); });
     (void)ShowOrCondition(
         [&] { return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(markup, range, field, text); });
@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 2)
         return 0;
     const CorvaneCharRange range{static_cast<std::int8_t>(data[0]), data[1]};
-    // A code unit for each byte. Those beyond ASCII stand for what a text may hold though no one writes it.
+    // One code unit per byte. Bytes beyond ASCII become code units that are valid but unusual.
     constexpr char16_t odd[] = {0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xFFFF, 0xFEFF, 0xA0, 0x3C3C};
     std::u16string units;
     for (std::size_t i = 2; i < size; ++i)
@@ -61,14 +61,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const TString& content : CollectMarkupElements(text))
         CheckMarkup(MarkupText(content), range, text.mid(data[0], data[1] % 16));
     const TString field = text.mid(data[0], data[1] % 4);
-    ExpectRangesAndFaults(text);
+    ExpectRangesAndDiagnostics(text);
     ExpectInsertion(text, range, field);
     const auto sheets = GetTargetSheetNamesFromTooltipText(text);
     if (!sheets.empty() && field != *sheets.begin())
         ExpectRenaming(text, *sheets.begin(), field);
-    // The textbook takes its time.
-    EXPECT_TRUE(size > 100 || ScanByLibrary(text) == ScanByTextbook(text));
-    EXPECT_TRUE(size > 2000 || ReadByLibrary(text) == ReadByTextbook(text));
+    // The reference implementation is slow.
+    EXPECT_TRUE(size > 100 || ScanByLibrary(text) == ScanByReference(text));
+    EXPECT_TRUE(size > 2000 || ReadByLibrary(text) == ReadByReference(text));
     EXPECT_TRUE(CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(text, text).empty());
     return 0;
 }

@@ -1,4 +1,4 @@
-/// Stands in for libFuzzer where the compiler has none: runs the target once on each of the named files.
+/// Replaces libFuzzer where the compiler has none: runs the target once on each of the named files.
 
 #include <cstdint>
 #include <fstream>

@@ -20,9 +20,9 @@ TEST_P(Hostile, NoOperationTakesMoreThanLinearTime)
     Arguments eightTimes(GetParam().Make(8 * length));
     std::cout << GetParam().Name << ", up to: ";
     for (const Operation& operation : Operations()) {
-        std::cout << operation.Name << std::endl; // which tells what a timeout ended
-        // Sorting adds a logarithm, a large result leaves the caches, and new pages for it take some time at
-        // first. A quadratic cost takes 64 times as long. What looks like one is measured again.
+        std::cout << operation.Name << std::endl; // flushed, to name the operation in a timeout
+        // Allows for the logarithm of sorting, cache misses and newly mapped pages; a quadratic cost takes 64
+        // times as long. Repeats what looks like one.
         double time = HUGE_VAL;
         double timeOfEight = HUGE_VAL;
         const auto isLinear = [&] { return timeOfEight < 20 || timeOfEight < 40 * time; };

@@ -1,7 +1,8 @@
 #include <cstdio>
 #include <dlfcn.h>
 
-/// Loads a host (the first argument) again and again; the libraries (the others) must go with it.
+/// Loads, calls and unloads a plugin (the first argument) repeatedly. Neither the plugin nor its libraries
+/// (the other arguments) may stay loaded.
 int main(int argc, char** argv)
 {
     for (int round = 0; round < 100; ++round) {

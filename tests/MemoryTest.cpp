@@ -1,11 +1,11 @@
-/// An operator new that can be told to fail, and what an operation leaves behind then.
+/// Makes allocations fail: an operation that throws leaks nothing and leaves its arguments unchanged.
 
 #include "Operations.h"
 #include "Testing.h"
 
 #include <gtest/gtest.h>
 
-static thread_local int allocationsLeft = -1; ///< before one fails; none does if negative
+static thread_local int allocationsLeft = -1; ///< until one fails; negative if none does
 static thread_local int liveAllocations = 0;
 
 [[gnu::noinline]] void* operator new(std::size_t size)
@@ -34,22 +34,22 @@ namespace {
 TEST(Memory, AnyAllocationMayFail)
 {
 #if defined(_LIBCPP_VERSION) && _LIBCPP_VERSION < 16000
-    GTEST_SKIP() << "the vectors of this standard library lose their memory when copying an element fails";
+    GTEST_SKIP() << "std::vector of this standard library leaks if copying an element throws";
 #endif
-    // With texts that are too long to be held without an allocation.
+    // Too long for the small-string optimization.
     const TString element = Text(u"<Sheet MAXWIDTH='300' MAXHEIGHT='0200' name='the ''sheet''' "
                                  u"filter='<a long ''field''>,<another one>'>");
     const TString tooltip = Text(u"a <b> <<") + element + Text(u" <Sheet name='two'> <Sheet  name='two'>");
     const auto showWritten = [](const Arguments& a) {
-        return Show(a.Written) + Show(a.Replaced) + Show(a.Length) + Show(a.InFront.GetOffset()) +
-               Show(a.InFront.GetTokenStart());
+        return Show(a.Written) + Show(a.Replaced) + Show(a.Length) + Show(a.Tokenizer.GetOffset()) +
+               Show(a.Tokenizer.GetTokenStart());
     };
     std::size_t count = 0;
     for (const Operation& operation : Operations()) {
         SCOPED_TRACE(operation.Name);
         for (const TString& text : {element, tooltip}) {
             bool failed = true;
-            for (int left = 0; failed; ++left, ++count) { // each allocation in turn, until none is left
+            for (int left = 0; failed; ++left, ++count) { // fails each allocation in turn
                 Arguments arguments(text);
                 const std::string before = showWritten(arguments);
                 const int liveBefore = liveAllocations;
@@ -66,12 +66,12 @@ TEST(Memory, AnyAllocationMayFail)
             }
         }
     }
-    EXPECT_GT(count, 4 * Operations().size()) << "without allocations, nothing is tested";
+    EXPECT_GT(count, 4 * Operations().size()) << "too few allocations failed";
 }
 
-TEST(Memory, IsNotAskedForWhenATextWouldBeTooLong)
+TEST(Memory, LengthsAreCheckedBeforeAllocating)
 {
-    // What would come out has 0x100000000 code units or a few more, of which 32 bits hold the few.
+    // The results have 0x100000000 code units or slightly more; truncated to 32 bits, the length is small.
     TString commas = Text(std::u16string(0x10000, u','));
     std::u16string fields;
     for (int i = 0; i < 0x10000; ++i)
@@ -82,7 +82,7 @@ TEST(Memory, IsNotAskedForWhenATextWouldBeTooLong)
     EXPECT_THROW((void)RenameSheetsAndFields(tooltip, {}, newFields), std::length_error);
 
     EXPECT_EQ(Show(ApplyTextEdits(Text(u"abcdef"), {{{0, 2}, Text(u"x")}, {{3, 6}, TString()}})), "xc")
-        << "edits that take away more than they put in";
+        << "edits that shorten the text";
 }
 
 } // namespace

@@ -1,8 +1,8 @@
-/// A host that is built without exceptions and without run-time type information: it includes what there is,
-/// links and calls. What the library throws would end it.
+/// A host built without exceptions and run-time type information: it includes every header, links and calls.
+/// An exception of the library would terminate it.
 
 #include <corvanemarkup/CorvaneMarkupTokenizer.h>
-#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/ParseAttributedMarkupText.h>
 #include <corvanemarkup/SheetMarkupConstants.h>

@@ -48,15 +48,17 @@ TEST(Platform, ComparisonAndReplacement)
     EXPECT_EQ(compare(u"Z", u"_", 0), 1) << "folded to lower case, then ordered";
     EXPECT_EQ(compare(u"a", u"B", 0), -1);
     EXPECT_EQ(compare(u"ab", u"A", 0), 1);
-    EXPECT_EQ(compare(u"\u00C4", u"\u00E4", 0), -1) << "ASCII alone";
+    EXPECT_EQ(compare(u"\u00C4", u"\u00E4", 0), -1) << "only ASCII is folded";
     EXPECT_EQ(compare(u"Name", u"name", 1), -1);
+    EXPECT_EQ(compare(u"Name", u"Name", 1), 0);
     EXPECT_TRUE(Text(u"\xD83D\xDE00") < Text(u"\xFFFF")) << "by code units";
 
     EXPECT_EQ(Show(Text(u"ababaAbaaba").replace(Text(u"aba"), Text(u"a"), TString::CaseSensitivity(1))),
               "abaAbaa");
+    EXPECT_EQ(Show(Text(u"aaaa").replace(Text(u"aaa"), Text(u"b"), TString::CaseSensitivity(1))), "ba");
     EXPECT_EQ(Show(Text(u"xAbx").replace(Text(u"aB"), Text(u"long"), TString::CaseSensitivity(0))), "xlongx");
     EXPECT_EQ(Show(Text(u"ab").replace(TString(), Text(u"x"), TString::CaseSensitivity(1))), "ab");
-    // 50,000 times 50,000 code units would be too many; refused before anything is allocated for them.
+    // 2,500,000,000 code units: refused before allocating.
     TString text(std::u16string(50000, u',').c_str(), -1);
     EXPECT_THROW(text.replace(u',', text), std::length_error);
     EXPECT_EQ(text.length(), 50000);
@@ -74,6 +76,7 @@ TEST(Platform, PiecesAndNumbers)
     EXPECT_EQ(Show(TString::number(-300, 10, 6, u'*')), "**-300");
     EXPECT_EQ(Show(TString::number(-5, INT_MIN, INT_MIN, u'*')), "-101");
     EXPECT_EQ(Show(TString::number(35, INT_MAX, 0, u'*')), "z");
+    EXPECT_EQ(Show(TString::number(INT_MIN, 2, 0, u'*')), "-1" + std::string(31, '0'));
     EXPECT_EQ(Text(u"-101").toInt(nullptr, 1) + Text(u"Z").toInt(nullptr, 37), 30);
 
     const Rows<std::u16string_view, bool, int> rows = {

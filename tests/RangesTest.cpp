@@ -9,7 +9,7 @@ TEST(Ranges, EveryShortTooltipKeepsTheLaws)
 {
     constexpr std::u16string_view fragments[] = {u"<", u">", u"'", u" ", u"=", u"a", u"Sheet ", u"name"};
     ForEachText(fragments, LONGEST_TEXT - 1,
-                [](const std::u16string& text) { ExpectRangesAndFaults(Text(text)); });
+                [](const std::u16string& text) { ExpectRangesAndDiagnostics(Text(text)); });
 }
 
 TEST(Ranges, LongerTooltipsKeepTheLaws)
@@ -25,7 +25,7 @@ TEST(Ranges, LongerTooltipsKeepTheLaws)
         TString text;
         for (auto count = 2 + random() % 12; count > 0; --count)
             text = text + fragments[random() % fragments.size()];
-        ASSERT_NO_FATAL_FAILURE(ExpectRangesAndFaults(text));
+        ASSERT_NO_FATAL_FAILURE(ExpectRangesAndDiagnostics(text));
         const std::int64_t start = random() % (static_cast<unsigned>(text.length()) + 1);
         for (const std::u16string_view field : {u"a", u"new'", u"ALL"})
             for (const std::int64_t length : {0, 1, 9})
@@ -38,10 +38,10 @@ TEST(Ranges, LongerTooltipsKeepTheLaws)
 TEST(Ranges, ElementsAndAttributes)
 {
     const Rows<const char*, std::u16string_view, const char*> rows = {
-        {"given up, and without end", u"<b> if < 5, see <Total> <Sheet name='S",
+        {"interrupted and unterminated", u"<b> if < 5, see <Total> <Sheet name='S",
          "[0 0-3][1 7-16][0 16-23][2 24-38]"},
         {"escaped brackets neither start nor end one", u"<<a> <a<<b>> <c>", "[1 5-13][0 13-16]"},
-        {"quotes that protect to the end", u"<a><Sheet name='>", "[0 0-3][2 3-17]"},
+        {"unterminated quotes", u"<a><Sheet name='>", "[0 0-3][2 3-17]"},
     };
     for (const auto& [rule, text, expected] : rows) {
         std::string shown;
@@ -60,80 +60,192 @@ TEST(Ranges, ElementsAndAttributes)
     EXPECT_EQ(show(u"<Any FILTER='x<a''''b>,<c>' filter='<d>' e= name='1", {1, 51}),
               "[5-27 5-11 13-26 FILTER=x<a''b>,<c> [14-22 a''b][23-26 c]]"
               "[28-40 28-34 36-39 filter=<d> [36-39 d]][41-43 41-42 43-43 none ][44-51 44-48 50-51 none ]")
-        << "of any element, every filter, a missing value, and quotes that are open";
+        << "any element, every filter, a missing value and unterminated quotes";
     EXPECT_EQ(show(u"Sheet x='", {0, 9}), "[6-9 6-7 9-9 none ]");
-    EXPECT_EQ(show(u"Sheet x='a''", {0, 12}), "[6-12 6-7 9-12 none ]") << "no quote closes it";
+    EXPECT_EQ(show(u"Sheet x='a''", {0, 12}), "[6-12 6-7 9-12 none ]") << "a doubled quote doesn't close";
+    EXPECT_EQ(show(u"Sheet x=b'c' filter='<a>,<b", {0, 27}),
+              "[6-12 6-7 8-11 none ][13-27 13-19 21-27 none [21-24 a]]")
+        << "text before a quote, and an unterminated filter";
+    EXPECT_EQ(show(u"Sheet filter=<a'b>,<c>'", {0, 23}), "[6-23 6-12 13-22 none [13-18 a'b][19-22 c]]");
+    EXPECT_EQ(show(u"Total", {0, 5}), "") << "no space, no attributes";
     for (const CorvaneCharRange outside : {CorvaneCharRange{-1, 9}, {0, 10}, {5, 4}, {INT64_MIN, INT64_MAX}})
         EXPECT_EQ(show(u"Sheet a=''", {outside.start, outside.end == 10 ? 11 : outside.end}), "");
 }
 
-/// A line for each fault: a ruler below the tooltip, the kind, and `!` if it is an error.
-std::vector<std::string> ShowFaults(const TString& tooltip)
+/// One line per diagnostic: a ruler below the tooltip, the identifier, and `!` if it is an error.
+std::vector<std::string> ShowDiagnostics(const TString& tooltip)
 {
-    constexpr const char* kinds[] = {"MissingEnd",        "OpenQuotes",         "Restart",
-                                     "OtherLetterCase",   "NoAttributes",       "OtherWhiteSpace",
-                                     "SpaceAroundEquals", "UnquotedValue",      "MissingValue",
-                                     "UnprotectedQuotes", "DuplicateAttribute", "MissingSheetName",
-                                     "InvalidSheetSize",  "UnallowedAttribute", "StrayFilterText",
-                                     "DuplicateField"};
     std::vector<std::string> lines;
-    for (const MarkupFault& fault : FindMarkupFaults(tooltip)) {
-        const auto start = static_cast<std::size_t>(fault.Range.start);
+    for (const Diagnostic& diagnostic : FindDiagnostics(tooltip)) {
+        const auto start = static_cast<std::size_t>(diagnostic.Range.start);
         lines.push_back(std::string(start, ' ') +
-                        std::string(static_cast<std::size_t>(fault.Range.end) - start, '^') + ' ' +
-                        kinds[static_cast<int>(fault.Kind)] + (fault.IsError ? "!" : ""));
+                        std::string(static_cast<std::size_t>(diagnostic.Range.end) - start, '^') + ' ' +
+                        GetDiagnosticIdentifier(diagnostic.Kind) +
+                        (diagnostic.Severity == DiagnosticSeverity::Error ? "!" : ""));
     }
     return lines;
 }
 
-TEST(Ranges, Faults)
+TEST(Ranges, Diagnostics)
 {
     const std::pair<std::u16string_view, std::vector<std::string>> rows[] = {
-        {u"a < b <<c> <d> <e", {"               ^^ MissingEnd"}},
+        {u"a < b <<c> <d> <e", {"               ^^ unterminated-element"}},
         {u"<Sheet name='q' <Sheet name='",
-         {"^^^^^^^^^^^^^^^^ Restart!", "                ^^^^^^^^^^^^^ OpenQuotes!"}},
+         {"^^^^^^^^^^^^^^^^ interrupted-element!", "                ^^^^^^^^^^^^^ unterminated-quotes!"}},
         {u"<sheet name='S'> <SHEET> <Sheet> <Sheets a=>",
-         {" ^^^^^ OtherLetterCase!", "                  ^^^^^ OtherLetterCase",
-          "                          ^^^^^ NoAttributes"}},
+         {" ^^^^^ wrong-letter-case!", "                  ^^^^^ wrong-letter-case",
+          "                          ^^^^^ missing-attributes"}},
         {u"<Sheet\tname='a'> <Sheet name='a'\t> <Sheet \t name=a>",
-         {"      ^ OtherWhiteSpace!", "                                ^ OtherWhiteSpace!",
-          "                                          ^ OtherWhiteSpace!"}},
+         {"      ^ invalid-white-space!", "                                ^ invalid-white-space!",
+          "                                          ^ invalid-white-space!"}},
         {u"<Sheet name = 'a' filter ='' maxwidth=\t'3' x =y>",
-         {"       ^^^^^^^^^^ SpaceAroundEquals!", "                  ^^^^^^^^^^ SpaceAroundEquals!",
-          "                             ^^^^^^^^^^^^^ SpaceAroundEquals!",
-          "                                           ^^^^ SpaceAroundEquals!"}},
+         {"       ^^^^^^^^^^ space-around-equals!", "                  ^^^^^^^^^^ space-around-equals!",
+          "                             ^^^^^^^^^^^^^ space-around-equals!",
+          "                                           ^^^^ space-around-equals!"}},
+        {u"<Sheet name = 'a=b'><Sheet 'a' = 'b'><Sheet name='a''b' x>",
+         {"       ^^^^^^^^^^^^ space-around-equals!", "                           ^^^ missing-value!",
+          "                               ^^^^^ space-around-equals!",
+          "                                                        ^ missing-value!"}},
         {u"<Sheet name='a' x=y z w= /'='><Sheet y=b'c>",
-         {"                ^^^ UnquotedValue!", "                    ^ MissingValue!",
-          "                      ^^ MissingValue!", "                         ^^^^ UnquotedValue!",
-          "                                     ^^^^^ UnquotedValue!"}},
+         {"                ^^^ unquoted-value!", "                    ^ missing-value!",
+          "                      ^^ missing-value!", "                         ^^^^ unquoted-value!",
+          "                                     ^^^^^ unquoted-value!"}},
         {u"<Sheet foo='1' name='a>b'> <Sheet name=<a>",
-         {"               ^^^^^^^ UnprotectedQuotes!", "                           ^^^^^^^^^^^^ Restart!",
-          "                                  ^^^^^ MissingValue!"}},
+         {"               ^^^^^^^ quotes-open-at-bracket!",
+          "                           ^^^^^^^^^^^^ interrupted-element!",
+          "                                  ^^^^^ missing-value!"}},
         {u"<Sheet name='' NAME='a' \tfilter='<x>,x' x='' X=''> <Sheet >",
-         {"       ^^^^^^^ MissingSheetName!", "               ^^^^^^^^ DuplicateAttribute!",
-          "                        ^ OtherWhiteSpace!",
-          "                        ^^^^^^^^^^^^^^^ UnallowedAttribute!",
-          "                                        ^^^^ UnallowedAttribute!",
-          "                                             ^^^^ DuplicateAttribute!",
-          "                                             ^^^^ UnallowedAttribute!",
-          "                                                   ^^^^^^^^ MissingSheetName"}},
-        {u"<Sheet maxwidth='0' maxheight='1501' name='a' filter='x'>",
-         {"       ^^^^^^^^^^^^ InvalidSheetSize!", "                    ^^^^^^^^^^^^^^^^ InvalidSheetSize!"}},
-        {u"<Sheet name='a' filter='<x>, y z,<x''>,<x>;<x''>,<z'>",
-         {"                             ^^^ StrayFilterText",
-          "                                       ^^^ DuplicateField",
-          "                                          ^ StrayFilterText",
-          "                                           ^^^^^ DuplicateField",
-          "                                                 ^^ StrayFilterText"}},
+         {"       ^^^^^^^ missing-sheet-name!", "               ^^^^^^^^ duplicate-attribute!",
+          "                        ^ invalid-white-space!",
+          "                        ^^^^^^^^^^^^^^^ unknown-attribute!",
+          "                                        ^^^^ unknown-attribute!",
+          "                                             ^^^^ duplicate-attribute!",
+          "                                             ^^^^ unknown-attribute!",
+          "                                                   ^^^^^^^^ missing-sheet-name"}},
+        {u"<Sheet maxwidth='0' maxheight='1501' name='a' filter='x' maxwidth='0'>",
+         {"       ^^^^^^^^^^^^ invalid-sheet-size!",
+          "                    ^^^^^^^^^^^^^^^^ invalid-sheet-size!",
+          "                                                         ^^^^^^^^^^^^ duplicate-attribute!"}},
+        {u"<Sheet name='a' filter='<x>, y z ,<x''>,<x>;<x''>,<z'>",
+         {"                             ^^^ stray-filter-text",
+          "                                        ^^^ duplicate-field",
+          "                                           ^ stray-filter-text",
+          "                                            ^^^^^ duplicate-field",
+          "                                                  ^^ stray-filter-text"}},
         {u"<Sheet name='a' filter='<x> ,,<y>'> <b c = d>", {}},
-        {u"<Sheet name='a' filter='<0><1><2><3><4><5><6><7><8><9>'><Sheet name='a' filter='<x>,<x>'>",
-         {"                                                                                    ^^^ "
-          "DuplicateField"}},
-        {u"<Sheet name='a' filter\t='b'>",
-         {"                ^^^^^^^^^^^ UnallowedAttribute!", "                      ^ OtherWhiteSpace!"}},
+        // only within one element, however many fields it has
+        {u"<Sheet name='a' filter='<0><1><2><3><4><5><6><7><8>'><Sheet name='a' filter='<a><b><c><d><e>"
+         u"<f><g><h><a>'><Sheet name='b' filter='<a>'><Sheet name='c' filter='<a>'>",
+         {std::string(101, ' ') + "^^^ duplicate-field"}},
+        {u"<Sheet name='a' x=''><Sheet x='' name='b'>",
+         {"                ^^^^ unknown-attribute!", "                            ^^^^ unknown-attribute!"}},
+        {u"<Sheet name='a' filter\t\n='b'>",
+         {"                ^^^^^^^^^^^^ unknown-attribute!",
+          "                      ^^ invalid-white-space!"}},
     };
-    for (const auto& [text, faults] : rows)
-        EXPECT_EQ(ShowFaults(Text(text)), faults) << Show(Text(text));
+    std::set<DiagnosticKind> kinds;
+    for (const auto& [text, diagnostics] : rows) {
+        EXPECT_EQ(ShowDiagnostics(Text(text)), diagnostics) << Show(Text(text));
+        for (const Diagnostic& diagnostic : FindDiagnostics(Text(text)))
+            kinds.insert(diagnostic.Kind);
+    }
+    EXPECT_EQ(kinds.size(), static_cast<std::size_t>(GetDiagnosticKindCount())) << "a row for each kind";
+
+    // More equal fields than std::sort sorts by insertion; all but the first are duplicates.
+    std::u16string equalFields;
+    std::vector<std::string> duplicates;
+    for (std::size_t start = 24; duplicates.size() < 16; equalFields += u"<x>")
+        duplicates.push_back(std::string(start += 3, ' ') + "^^^ duplicate-field");
+    EXPECT_EQ(ShowDiagnostics(Text(u"<Sheet name='a' filter='<x>" + equalFields + u"'>")), duplicates);
+}
+
+TEST(Ranges, DiagnosticTexts)
+{
+    const auto kindOf = [](std::string_view identifier) {
+        return FindDiagnosticKind(Text(std::u16string(identifier.begin(), identifier.end())));
+    };
+    const int count = GetDiagnosticKindCount();
+    for (int value = 0; value < count; ++value) {
+        const auto kind = static_cast<DiagnosticKind>(value);
+        EXPECT_TRUE(kindOf(GetDiagnosticIdentifier(kind)) == kind) << value;
+        EXPECT_EQ(std::string_view(GetDiagnosticDescription(kind)).back(), '.');
+    }
+    for (const int value : {INT_MIN, -1, count, INT_MAX}) {
+        const auto kind = static_cast<DiagnosticKind>(value);
+        EXPECT_EQ(GetDiagnosticIdentifier(kind), nullptr);
+        EXPECT_EQ(GetDiagnosticDescription(kind), nullptr);
+        EXPECT_EQ(Show(GetDiagnosticMessage(Text(u"a"), {kind, {}, {0, 1}, {0, 1}})), "");
+    }
+    for (const char* identifier : {"", "Missing-Value", "missing-valu", "missing-values"})
+        EXPECT_FALSE(kindOf(identifier)) << identifier;
+    for (const CorvaneCharRange outside : {CorvaneCharRange{-1, 1}, {1, 0}, {0, 2}})
+        EXPECT_EQ(Show(GetDiagnosticMessage(Text(u"a"), {DiagnosticKind(0), {}, outside, {}})), "");
+
+    const Rows<std::u16string_view, const char*> rows = {
+        {u"x < 5 <b>", "'<' is not closed before the next '<'; add '>', or write '<<' for a literal '<'"},
+        {u"<Sheet maxwidth='0' name='a'>",
+         "'maxwidth='0'' is not a valid size; write a whole number from 1 to 2000"},
+        {u"<Sheet MaxHeight='' name='a'>",
+         "'MaxHeight=''' is not a valid size; write a whole number from 1 to 1500"},
+        {u"<Sheet name='a' x=''>", "'x=''' is not an attribute of a sheet element; write one of name, "
+                                   "maxwidth, maxheight, filter, or remove it"},
+        {u"<Sheet\tname='a'>", "a tab does not separate attributes; write a space, or remove it"},
+        {u"<Sheet\r\nname='a'>", "a line break does not separate attributes; write a space, or remove it"},
+        {u"<Sheet name\t= 'a'>", "'name = 'a'' has white space around its '='; remove it"},
+        {u"<Sheet name='a' filter='1234567890123456789012345678901234567890'>",
+         "'1234567890123456789012345678901234567890' is outside all fields and has no effect; "
+         "enclose a field in '<' and '>', or remove the text"},
+        {u"<Sheet name='a' filter='12345678901234567890123456789012345678\xD83D\xDE80!'>",
+         "'12345678901234567890123456789012345678{2026}' is outside all fields and has no effect; "
+         "enclose a field in '<' and '>', or remove the text"},
+    };
+    for (const auto& [text, message] : rows)
+        EXPECT_EQ(Show(GetDiagnosticMessage(Text(text), FindDiagnostics(Text(text)).at(0))), message);
+}
+
+TEST(Ranges, KindsOfElements)
+{
+    const TString tooltip =
+        Text(u"<b><Sheet name='S'><Sheet name='S' maxwidth='0'><Sheet x=1><sheet name='S'>"
+             u"<SHEET><Sheet 2><Sheets name='S'><Sheet name='S' <b <Sheet name=S");
+    std::string kinds;
+    for (const ElementRanges& element : FindElementRanges(tooltip))
+        kinds += "PSIU"[static_cast<int>(GetElementKind(tooltip, element))];
+    EXPECT_EQ(kinds, "PSIUUUUPIPU");
+    EXPECT_EQ(GetElementKind(Text(u"<Sheet 2>"), {{0, 9}, {1, 99}, ElementEnd::Bracket}), ElementKind::Plain);
+}
+
+TEST(Ranges, Names)
+{
+    const Rows<const char*, std::u16string_view, const char*> rows = {
+        {"reachable", u"<a> <Sheet NAME='S''' filter='<b''>,<c>'><>",
+         "[F0 a 1-2 in 0-3][S0 S' 17-20 in 4-41][F0 b' 31-34 in 4-41][F0 c 37-38 in 4-41][F0  42-42 in "
+         "41-43]"},
+        {"an invalid element", u"<Sheet name='S' name='' x='' filter='<b>,c'>",
+         "[S1 S 13-14 in 0-44][F1 b 38-39 in 0-44][F1 c 41-42 in 0-44]"},
+        {"unreadable ones, which can be fields, too", u"<Sheet name = 'S''' filter=b><sheet name=T><Sheet 2>",
+         "[F0 Sheet name = 'S''' filter=b 1-28 in 0-29][S1 S' 15-18 in 0-29][F1 b 27-28 in 0-29][F0 sheet "
+         "name=T 30-42 in 29-43][S1 T 41-42 in 29-43]"
+         "[F0 Sheet 2 44-51 in 43-52]"},
+        {"interrupted and unterminated ones", u"<a <Sheet name='S' <Sheet filter='<b>,<c",
+         "[F2 a  1-3 in 0-3][S2 S 16-17 in 3-19][F2 b 35-36 in 19-40]"},
+        {"text in a filter, if it can be a field", u"<Sheet name='S' filter=', b c ;<d>e,<'>",
+         "[S0 S 13-14 in 0-39][F3 b c ; 26-31 in 0-39][F0 d 32-33 in 0-39][F3 e 34-35 in 0-39]"},
+    };
+    for (const auto& [rule, text, expected] : rows) {
+        std::string shown;
+        for (const SheetOrFieldName& name : FindSheetAndFieldNames(Text(text)))
+            shown += std::string("[") + "SF"[static_cast<int>(name.Kind)] +
+                     Show(static_cast<int>(name.Status)) + ' ' + Show(name.Name) + ' ' + Show(name.Range) +
+                     " in " + Show(name.Element) + ']';
+        EXPECT_EQ(shown, expected) << rule;
+    }
+    for (const auto& [range, part] :
+         {std::pair(CorvaneCharRange{1, 2}, "b"), std::pair(CorvaneCharRange{-1, 1}, "a"),
+          std::pair(CorvaneCharRange{2, 9}, "c"), std::pair(CorvaneCharRange{2, 1}, ""),
+          std::pair(CorvaneCharRange{INT64_MIN, INT64_MAX}, "abc"),
+          std::pair(CorvaneCharRange{9, INT64_MIN}, "")})
+        EXPECT_EQ(Show(TextIn(Text(u"abc"), range)), part) << Show(range);
 }
 
 TEST(Ranges, FieldNames)
@@ -149,21 +261,23 @@ TEST(Ranges, FieldNames)
 TEST(Ranges, Renaming)
 {
     const Rows<const char*, std::u16string_view, const char*> rows = {
-        {"sheets and fields, all else as it is", u"<b> <Sheet  name='A' filter='<b>,  <a''c>;' ><a'c>",
+        {"sheets and fields, the rest unchanged", u"<b> <Sheet  name='A' filter='<b>,  <a''c>;' ><a'c>",
          "<y'> <Sheet  name='A1' filter='<y''>,  <b>;' ><b>"},
-        {"old and new exchanged, each once", u"<c><Sheet name='B' filter='<d>,<c>'>",
+        {"swapped names, each replaced once", u"<c><Sheet name='B' filter='<d>,<c>'>",
          "<d><Sheet name='''' filter='<c>,<d>'>"},
         {"not in invalid elements, nor in parts of names",
          u"<bb><Sheet name='A' maxwidth='0' filter='<b>'><Sheet x='A'><Sheet name=x>",
          "<bb><Sheet name='A' maxwidth='0' filter='<b>'><Sheet x='A'><Sheet name=x>"},
-        {"a quote that would open stays out", u"<Sheet name='q' <b> and <Sheet name='T'>",
+        {"kept if a quote in the new name would open", u"<Sheet name='q' <b> and <Sheet name='T'>",
          "<Sheet name='q' <b> and <Sheet name='T'>"},
-        {"each occurrence by itself", u"<Sheet name='q' filter='<b>' <b> <b><c>",
+        {"each occurrence separately", u"<Sheet name='q' filter='<b>' <b> <b><c>",
          "<Sheet name='q' filter='<b>' <b> <y'><d>"},
-        {"what would take other fields with it stays",
-         u"<Sheet name='A' filter='<Sheet name=''q'' <b>,<c>,<e ''f>'>",
+        {"kept if other fields would change", u"<Sheet name='A' filter='<Sheet name=''q'' <b>,<c>,<e ''f>'>",
          "<Sheet name='A1' filter='<Sheet name=''q'' <b>,<d>,<e ''f>'>"},
-        {"in a filter whose own quotes protect", u"<Sheet name='A' filter='<Sheet name=''''<b>,<c>,<d>'>",
+        {"possible only after other fields",
+         u"<Sheet name='S' filter='<Sheet name=''q'' <b>,<h ''i>,<Sheet name= <b>,<d>,<a''c>'>",
+         "<Sheet name='S' filter='<Sheet name=''q'' <b>,<h ''i>,<Sheet name= <y''>,<c>,<b>'>"},
+        {"a filter with protecting quotes", u"<Sheet name='A' filter='<Sheet name=''''<b>,<c>,<d>'>",
          "<Sheet name='A1' filter='<Sheet name=''''<y''>,<d>,<c>'>"},
     };
     for (const auto& [rule, text, expected] : rows) {
@@ -182,12 +296,12 @@ TEST(Ranges, Renaming)
                                      {{Text(u"a"), field}})
             .size();
     };
-    const auto tried = [&](std::u16string_view sheet, std::u16string_view field) {
+    const auto showCount = [&](std::u16string_view sheet, std::u16string_view field) {
         return ShowOrCondition([&] { return static_cast<int>(rename(Text(sheet), Text(field))); });
     };
-    EXPECT_EQ(tried(u"", u"a"), source + "!newSheetName.empty()");
-    EXPECT_EQ(tried(u"a", u"<"), source + "IsFieldName(newField)");
-    EXPECT_EQ(tried(u"a", u"a"), "0") << "old equal to new";
+    EXPECT_EQ(showCount(u"", u"a"), source + "!newSheetName.empty()");
+    EXPECT_EQ(showCount(u"a", u"<"), source + "IsFieldName(newField)");
+    EXPECT_EQ(showCount(u"a", u"a"), "0") << "the new name equals the old";
 
     std::u16string filter;
     for (int i = 0; i < 100; ++i)
@@ -196,7 +310,7 @@ TEST(Ranges, Renaming)
     const auto edits =
         RenameSheetsAndFields(manyKept, {{Text(u"A"), Text(u"B")}}, {{Text(u"b"), Text(u"y'z")}});
     ASSERT_FALSE(edits.empty());
-    EXPECT_EQ(Show(edits.back().Text), "B") << "however many fields stay, in front of the sheet's name";
+    EXPECT_EQ(Show(edits.back().NewText), "B") << "however many fields before the sheet's name are kept";
 }
 
 TEST(Ranges, InsertingAtACursor)
@@ -204,30 +318,31 @@ TEST(Ranges, InsertingAtACursor)
     constexpr std::u16string_view quoted = u"<b> <Sheet name='S' filter='<a ''b''>,<c>'>";
     const Rows<const char*, std::u16string_view, CorvaneCharRange, std::u16string_view, const char*> rows = {
         {"strictly inside a field", quoted, {40, 40}, u"x", "<b> <Sheet name='S' filter='<a ''b''>,<x>'> 42"},
-        {"at its other edge", quoted, {37, 37}, u"x", "<b> <Sheet name='S' filter='<a ''b''>,<c>,<x>'> 46"},
-        {"at its edge", quoted, {38, 38}, u"x", "<b> <Sheet name='S' filter='<a ''b''>,<c>,<x>'> 46"},
-        {"a unit of both selected", quoted, {36, 39}, u"x", "<b> <Sheet name='S' filter='<x>'> 32"},
-        {"all of the value", quoted, {28, 41}, u"x", "<b> <Sheet name='S' filter='<x>'> 32"},
+        {"at a field end", quoted, {37, 37}, u"x", "<b> <Sheet name='S' filter='<a ''b''>,<c>,<x>'> 46"},
+        {"at a field start", quoted, {38, 38}, u"x", "<b> <Sheet name='S' filter='<a ''b''>,<c>,<x>'> 46"},
+        {"one unit of each field selected", quoted, {36, 39}, u"x", "<b> <Sheet name='S' filter='<x>'> 32"},
+        {"the whole value", quoted, {28, 41}, u"x", "<b> <Sheet name='S' filter='<x>'> 32"},
         {"the exclusive field", quoted, {38, 38}, u"ALL", "<b> <Sheet name='S' filter='<ALL>'> 34"},
-        {"from one end of the content to the other",
-         quoted,
-         {5, 42},
-         u"x",
-         "<b> <Sheet name='S' filter='<x>'> 32"},
+        {"the whole content", quoted, {5, 42}, u"x", "<b> <Sheet name='S' filter='<x>'> 32"},
         {"across a bracket", quoted, {4, 30}, u"x", "none"},
         {"in another element", quoted, {1, 1}, u"x", "none"},
-        {"the wrong way round", quoted, {30, 28}, u"x", "none"},
-        {"no field", quoted, {30, 30}, u"Sheet name=x", "none"},
-        {"outside", quoted, {INT64_MIN, INT64_MAX}, u"x", "none"},
+        {"reversed", quoted, {30, 28}, u"x", "none"},
+        {"not a field name", quoted, {30, 30}, u"Sheet name=x", "none"},
+        {"outside the text", quoted, {INT64_MIN, INT64_MAX}, u"x", "none"},
         {"no filter",
          u"<Sheet name='S' maxwidth='9'  ><b>",
          {16, 16},
          u"q'",
          "<Sheet name='S' maxwidth='9' filter='<q''>'  ><b> 43"},
         {"no attributes", u"<Sheet  >", {6, 6}, u"x", "<Sheet filter='<x>'  > 19"},
-        {"no quotes protect", u"<Sheet foo=''>", {9, 9}, u"x", "none"},
-        {"not readable", u"<Sheet name=S>", {9, 9}, u"x", "none"},
-        {"the exclusive field goes",
+        {"quotes that protect nothing", u"<Sheet foo=''>", {9, 9}, u"x", "none"},
+        {"an element that doesn't parse", u"<Sheet name=S>", {9, 9}, u"x", "none"},
+        {"the exclusive field is removed, too",
+         u"<Sheet filter='<ALL>,<a>'>",
+         {22, 22},
+         u"x",
+         "<Sheet filter='<x>'> 19"},
+        {"the exclusive field is removed",
          u"<Sheet filter='<ALL>,x,<a>'>",
          {9, 9},
          u"a",
@@ -243,6 +358,40 @@ TEST(Ranges, InsertingAtACursor)
     }
 }
 
+/// Text after many elements gives the same results as by itself, shifted.
+TEST(Ranges, FarIntoATooltip)
+{
+    std::u16string units;
+    constexpr int sheets = 70000;
+    for (int i = 0; i < sheets; ++i)
+        units += u"<Sheet name='" + std::u16string(TString::number(i, 10, 0, u' ').constData()) + u"'>";
+    const TString front = Text(units);
+    const std::int64_t shift = front.length();
+    const auto shifted = [shift](const CorvaneCharRange& range) {
+        return Show(CorvaneCharRange{range.start + shift, range.end + shift});
+    };
+    const TString rest = Text(u"<b> <Sheet name='A' filter='<b>,c'> <Sheet x=''> < 5 <Sheet name='");
+    const TString whole = front + rest;
+    const auto diagnostics = FindDiagnostics(whole);
+    const auto ofRest = FindDiagnostics(rest);
+    ASSERT_EQ(diagnostics.size(), 5U);
+    ASSERT_EQ(ofRest.size(), 5U);
+    for (std::size_t i = 0; i < diagnostics.size(); ++i)
+        EXPECT_EQ(Show(diagnostics[i].Range), shifted(ofRest[i].Range));
+    const auto elements = FindElementRanges(whole);
+    ASSERT_EQ(elements.size(), sheets + 5U);
+    EXPECT_EQ(Show(elements.back().Content), shifted(FindElementRanges(rest).back().Content));
+    EXPECT_EQ(Show(FindAttributeRanges(whole, elements.back().Content)[0].Name), shifted({60, 64}));
+    const auto edits = RenameSheetsAndFields(whole, {}, {{Text(u"b"), Text(u"d")}});
+    ASSERT_EQ(edits.size(), 2U);
+    EXPECT_EQ(Show(edits[1].Range), shifted({29, 30}));
+    const auto insertion = InsertFilterFieldAt(whole, {shift + 29, shift + 29}, Text(u"d"), TString());
+    EXPECT_EQ(insertion->NewCursorPosition, shift + 32);
+    EXPECT_EQ(GetTargetSheetNamesFromTooltipText(front + front).size(), sheets + 0U);
+    EXPECT_EQ(GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(front + front).size(),
+              sheets + 0U);
+}
+
 TEST(Ranges, ApplyingEdits)
 {
     const auto apply = [](const std::vector<TextEdit>& edits) {
@@ -252,7 +401,7 @@ TEST(Ranges, ApplyingEdits)
     EXPECT_EQ(apply({{{0, 0}, Text(u"1")}, {{0, 0}, Text(u"2")}, {{1, 3}, Text(u"3")}, {{3, 3}, Text(u"4")}}),
               "12a34");
     for (const CorvaneCharRange& range :
-         {CorvaneCharRange{-1, 0}, {2, 1}, {3, 4}, {0, 1}, {INT64_MIN, INT64_MAX}})
+         {CorvaneCharRange{-1, 0}, {2, 1}, {3, 4}, {0, 1}, {1, 3}, {INT64_MIN, INT64_MAX}})
         EXPECT_EQ(apply({{{1, 2}, Text(u"x")}, {range, TString()}}), refused) << Show(range);
 }
 

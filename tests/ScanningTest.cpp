@@ -7,18 +7,18 @@ namespace {
 
 constexpr std::u16string_view Fragments[] = {u"<", u">", u"'", u" ", u"=", u"a", u"Sheet ", u"name"};
 
-TEST(Scanning, EveryShortTextScansByTheTextbook)
+TEST(Scanning, EveryShortTextScansAsTheReference)
 {
     ForEachText(Fragments, LONGEST_TEXT, [](const std::u16string& text) {
         const TString scanned = Text(text);
-        ASSERT_EQ(ScanByLibrary(scanned), ScanByTextbook(scanned)) << Show(scanned);
+        ASSERT_EQ(ScanByLibrary(scanned), ScanByReference(scanned)) << Show(scanned);
     });
 }
 
-TEST(Scanning, LongerTextsScanByTheTextbook)
+TEST(Scanning, LongerTextsScanAsTheReference)
 {
-    // Sheet elements that restart inside, so that what a `<` begins depends on where the search for it began,
-    // and stretches that are longer than what is compared at once.
+    // Interrupted sheet elements, where the element at a `<` depends on where the search began, and fragments
+    // longer than one block of code units.
     const std::vector<TString> longer =
         Text(u"<|<<|>|>>|'|<Sheet name='|' <|='x>|'>|<Sheet Filter='|\t |<Sheet "
              u"\n|maxheight2=|maxwidth|a|\0|\u017F|\u3C3C\u223C text, longer than one block of code units "sv)
@@ -28,17 +28,17 @@ TEST(Scanning, LongerTextsScanByTheTextbook)
         TString text;
         for (auto count = 5 + random() % 20; count > 0; --count)
             text = text + longer[random() % longer.size()];
-        ASSERT_EQ(ScanByLibrary(text), ScanByTextbook(text)) << Show(text);
+        ASSERT_EQ(ScanByLibrary(text), ScanByReference(text)) << Show(text);
     }
 }
 
 TEST(Scanning, RecognisesSheetElementsByTheirFirstAttribute)
 {
     const Rows<std::u16string_view, bool> rows = {
-        {u"Sheet MaxHeight=", true},   {u"sheet name=", false},       {u"Sheet\tname=", false},
-        {u"Sheet \t\r\n name=", true}, {u"Sheet \u00A0name=", false}, {u"Sheet name =", false},
-        {u"Sheet filter \t", true},    {u"Sheet filter x", false},    {u"Sheet =name=", false},
-        {u"Sheet maxheights=", false}, {u"Sheet filtre=", false},
+        {u"Sheet MaxHeight=", true},       {u"sheet name=", false},       {u"Sheet\tname=", false},
+        {u"Sheet \t\v\f\r\n name=", true}, {u"Sheet \u00A0name=", false}, {u"Sheet name =", false},
+        {u"Sheet filter \t", true},        {u"Sheet filter x", false},    {u"Sheet =name=", false},
+        {u"Sheet maxheights=", false},     {u"Sheet filtre=", false},
     };
     for (const auto& [text, isSheet] : rows)
         EXPECT_EQ(IsSheetMarkupText(Text(text), 0), isSheet) << Show(Text(text));
@@ -49,14 +49,14 @@ TEST(Scanning, OffsetsOutsideTheText)
     const TString text = Text(u"Sheet name=<a>");
     CorvaneMarkupTokenizer tokenizer(text);
     const auto content = [&] { return tokenizer.GetContentOfCurrentMarkupElement(); };
-    const std::string broken = "corvanemarkup/CorvaneMarkupTokenizer: m_offset >= 0";
-    EXPECT_EQ(ShowOrCondition(content), broken);
+    const std::string noElement = "corvanemarkup/CorvaneMarkupTokenizer: m_offset >= 0";
+    EXPECT_EQ(ShowOrCondition(content), noElement);
     EXPECT_EQ(tokenizer.FindNextMarkupElement(0), 11);
     for (const int outside : {INT_MIN, -2, text.length(), text.length() + 1, INT_MAX}) {
         EXPECT_FALSE(tokenizer.IsTextAtOffsetSheetMarkup(outside));
         EXPECT_EQ(tokenizer.FindNextMarkupElement(outside), -1);
-        EXPECT_EQ(tokenizer.GetTokenStart(), 11) << "no < leaves the start as it was";
-        EXPECT_EQ(ShowOrCondition(content), broken);
+        EXPECT_EQ(tokenizer.GetTokenStart(), 11) << "without a <, the start is unchanged";
+        EXPECT_EQ(ShowOrCondition(content), noElement);
         TString unchanged = text;
         EXPECT_EQ(FindNextMarkupElement(text, outside, unchanged), -1);
         EXPECT_EQ(unchanged, text);
@@ -67,8 +67,8 @@ TEST(Scanning, OneKnownElement)
 {
     const Rows<const char*, std::u16string_view, bool, int, int, const char*, const char*> rows = {
         {"accepted", u"<x><a>b", true, 3, 3, "a", "a"},
-        {"refused: the content is told all the same", u" <a>b<c>", false, -1, 99, "a", "a"},
-        {"none, and what content holds is accepted", u"<b", true, -1, 8, "before", "before"},
+        {"rejected: the content is set anyway", u" <a>b<c>", false, -1, 99, "a", "a"},
+        {"no element: the predicate gets the old content", u"<b", true, -1, 8, "before", "before"},
     };
     for (const auto& [rule, text, accept, result, elementLength, contentAfter, askedAbout] : rows) {
         SCOPED_TRACE(rule);
@@ -90,14 +90,14 @@ TEST(Scanning, OneKnownElement)
     EXPECT_EQ(Show(content), "before");
 }
 
-TEST(Scanning, NoOtherCodeUnitIsTakenForADelimiter)
+TEST(Scanning, NoOtherCodeUnitIsADelimiter)
 {
     for (int number = 0; number <= 0xFFFF; ++number) {
         const std::u16string unit(1, static_cast<char16_t>(number));
-        if (unit.find_first_of(u"<>\"'") == 0) // delimiters, and what stands for a quote here
+        if (unit.find_first_of(u"<>\"'") == 0) // the delimiters, and what Text() replaces by one
             continue;
         std::u16string run;
-        while (run.size() < 20) // a mistaken pair would count as escaped
+        while (run.size() < 20) // alternating, since a doubled delimiter is escaped
             run += unit + u'.';
         TString content;
         EXPECT_EQ(FindNextMarkupElement(Text(run + u"<" + run + u">"), 0, content), 20) << number;

@@ -6,19 +6,19 @@
 
 namespace {
 
-/// The faults of an element, a letter each, and its size.
-std::string ShowVerdict(const boost::optional<VizInTooltipProperties>& element)
+/// The failed checks of an element, one letter each, and its size.
+std::string ShowValidation(const boost::optional<VizInTooltipProperties>& element)
 {
     if (!element)
         return "none";
     const TSize size = element->GetSheetSize();
-    std::string faults;
-    faults += element->HasDuplicateAttributes() ? "D" : "";
-    faults += element->MissingSheetName() ? "N" : "";
-    faults += element->HasInvalidSheetSize() ? "S" : "";
-    faults += element->HasUnallowedAttributes() ? "U" : "";
-    EXPECT_EQ(element->IsValid(), faults.empty());
-    return faults + ' ' + Show(size.width) + 'x' + Show(size.height);
+    std::string failed;
+    failed += element->HasDuplicateAttributes() ? "D" : "";
+    failed += element->MissingSheetName() ? "N" : "";
+    failed += element->HasInvalidSheetSize() ? "S" : "";
+    failed += element->HasUnallowedAttributes() ? "U" : "";
+    EXPECT_EQ(element->IsValid(), failed.empty());
+    return failed + ' ' + Show(size.width) + 'x' + Show(size.height);
 }
 
 TEST(SheetProperties, Validation)
@@ -33,21 +33,22 @@ TEST(SheetProperties, Validation)
         {"too narrow", u"Sheet name='a' maxwidth='0'", "S 0x300"},
         {"too low", u"Sheet name='a' maxheight='0'", "S 300x0"},
         {"an empty size isn't the default", u"Sheet name='a' maxwidth=''", "S 0x300"},
-        {"no number", u"Sheet name='a' maxwidth='3:'", "S 0x300"},
+        {"not a number", u"Sheet name='a' maxwidth='3:'", "S 0x300"},
         {"a digit of another script", u"Sheet name='a' maxwidth='100\uFF13'", "S 0x300"},
         {"beyond int", u"Sheet name='a' maxheight='4294967597'", "S 300x0"},
         {"an empty name", u"Sheet name=''", "N 300x300"},
-        {"the first of a name counts", u"Sheet name='' name='a' maxwidth='-1' MaxWidth='1'", "DNS -1x300"},
-        {"another attribute", u"Sheet name='a' filtre=''", "U 300x300"},
-        {"no sheet element", u"Link name='a'", "none"},
-        {"no attribute at all", u"Sheet name='a' x", "none"},
-        {"an open quote", u"Sheet name='a' maxheight='", "none"},
+        {"the first attribute of a name applies", u"Sheet name='' name='a' maxwidth='-1' MaxWidth='1'",
+         "DNS -1x300"},
+        {"an unknown attribute", u"Sheet name='a' filtre=''", "U 300x300"},
+        {"not a sheet element", u"Link name='a'", "none"},
+        {"a bare word", u"Sheet name='a' x", "none"},
+        {"unterminated quotes", u"Sheet name='a' maxheight='", "none"},
     };
-    for (const auto& [rule, text, verdict] : rows) {
+    for (const auto& [rule, text, validation] : rows) {
         SCOPED_TRACE(rule);
         const auto element = VizInTooltipProperties::FromMarkupText(Markup(text));
-        EXPECT_EQ(ShowVerdict(element), verdict);
-        // Elsewhere elements are judged without being copied, and in ways of their own.
+        EXPECT_EQ(ShowValidation(element), validation);
+        // These validate without a copy, in code of their own.
         const bool isValid = element && element->IsValid();
         const std::string names = isValid ? Show(std::set<TString>{element->GetSheetName()}) : "";
         EXPECT_EQ(Show(GetTargetSheetNameFromMarkupText(Text(text))),
@@ -76,6 +77,7 @@ TEST(SheetProperties, AccessAndEditing)
         EXPECT_EQ(Show(element->WithFilterFields({Text(u"p"), Text(u"q")}).ToSheetMarkupText()), withFields);
         EXPECT_EQ(Show(element->WithSheetName(Text(u"n")).ToSheetMarkupText()), withName);
     }
+    EXPECT_EQ(Show(GetTargetSheetNamesFromMarkupElementSet({Text(u"b")})), "");
     const auto standard = VizInTooltipProperties::GetDefault(Text(u"S"), Text(u"<a>,b"));
     EXPECT_EQ(Show(standard.ToSheetMarkupText()),
               "Sheet name='S' maxwidth='300' maxheight='300' filter='<a>,b'");

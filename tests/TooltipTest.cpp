@@ -7,12 +7,12 @@
 
 namespace {
 
-TEST(Tooltip, TooltipsReadByTheTextbook)
+TEST(Tooltip, TooltipsReadAsTheReference)
 {
     constexpr std::u16string_view few[] = {
         u"<", u">", u"'", u" ", u"<Sheet name='a", u"' filter='<b", u"Sheet N", u"ame='"};
     ForEachText(few, LONGEST_TEXT, [](const std::u16string& text) {
-        ASSERT_EQ(ReadByLibrary(Text(text)), ReadByTextbook(Text(text))) << Show(Text(text));
+        ASSERT_EQ(ReadByLibrary(Text(text)), ReadByReference(Text(text))) << Show(Text(text));
     });
     const std::vector<TString> many =
         Text(u"<|<<|>|>>|'| |<Sheet name='A'|<Sheet filter='<x>,<y>'| NAME='B'|>|<b |\t|''|<Sheet "
@@ -25,21 +25,27 @@ TEST(Tooltip, TooltipsReadByTheTextbook)
         TString text;
         for (auto count = 3 + random() % 12; count > 0; --count)
             text = text + many[random() % many.size()];
-        ASSERT_EQ(ReadByLibrary(text), ReadByTextbook(text)) << Show(text);
+        ASSERT_EQ(ReadByLibrary(text), ReadByReference(text)) << Show(text);
     }
-    // More and more sheets, named again after the last with other fields.
-    for (int sheets = 1; sheets < 100; ++sheets) {
+    // Growing numbers of sheets, half of them with equal hashes, then repeated with other attributes.
+    for (int sheets = 1; sheets < 130; ++sheets) {
         TString text;
-        for (int i = 0; i < 2 * sheets; ++i)
-            text = text + Text(u"<Sheet name='the ") + TString::number(i * 7 % sheets, 10, 0, u' ') +
-                   Text(u" sheet' filter='<") + TString::number(2 * sheets - i, 10, 0, u' ') + Text(u">'>");
-        ASSERT_EQ(ReadByLibrary(text), ReadByTextbook(text)) << Show(text);
+        for (int i = 0; i < 2 * sheets; ++i) {
+            const int sheet = i * 7 % sheets;
+            text = text + Text(u"<Sheet name='") +
+                   (sheet % 2 == 0 ? NameOfOneHash(sheet)
+                                   : Text(u"sheet ") + TString::number(sheet, 10, 0, u' ')) +
+                   Text(i < sheets ? u"'maxwidth='9' filter='<" : u"' filter='<") +
+                   TString::number(2 * sheets - i, 10, 0, u' ') + Text(u">'>");
+        }
+        ASSERT_EQ(ReadByLibrary(text), ReadByReference(text)) << Show(text);
     }
 }
 
 TEST(Tooltip, DeletedOrModifiedFilters)
 {
-    // the same, deleted, in another order, a field of that name, more fields, another one, emptied; and new
+    // A: unchanged, B: deleted, C: reordered, D: `All Fields`, E: field added, F: replaced, G: emptied, H:
+    // new
     const TString previous =
         Text(u"<Sheet name='A' filter='<x>'><Sheet name='B' filter='<x>'><Sheet name='C' filter='<x>,<y>'>"
              u"<Sheet name='D'><Sheet name='E' filter='<y>'><Sheet name='F' filter='<x>'><Sheet name='G'>");
@@ -55,7 +61,7 @@ TEST(Tooltip, RenamingASheet)
 {
     const Rows<std::u16string_view, std::u16string_view, bool, const char*> rows = {
         {u"Sheet  name='S'  maxwidth='300' ", u"T", true, "Sheet name='T' maxwidth='300'"},
-        {u"Sheet name='S'", u"", true, "Sheet name=''"}, // the new name isn't judged
+        {u"Sheet name='S'", u"", true, "Sheet name=''"}, // the new name isn't validated
         {u"Sheet name='s'", u"T", false, "as before"},
         {u"Sheet name='S' maxwidth='0'", u"T", false, "as before"},
         {u"b", u"T", false, "as before"},
@@ -72,7 +78,7 @@ TEST(Tooltip, RenamingASheet)
                                Markup(second));
     };
     EXPECT_EQ(renamed(u"Sheet  name='S'", u"Sheet name='T' filter='<a>'"), "Sheet name='T'");
-    EXPECT_EQ(renamed(u"Sheet  name='S'", u"Sheet name='T' x=''"), "Sheet  name='S'") << "as it came";
+    EXPECT_EQ(renamed(u"Sheet  name='S'", u"Sheet name='T' x=''"), "Sheet  name='S'") << "unchanged";
     for (const std::u16string_view invalid : {u"Sheet", u"Sheet name=''"})
         EXPECT_EQ(renamed(invalid, u"Sheet name='T'"),
                   "corvanemarkup/VizInTooltip: vizInTooltipProperties && vizInTooltipProperties->IsValid()");
@@ -109,22 +115,22 @@ TEST(Tooltip, InsertingAField)
     constexpr std::u16string_view abc = u"Sheet filter='<a>,<b>,<c>'";
     const std::vector<int> none;
     const Rows<const char*, std::u16string_view, std::u16string_view, std::vector<int>, std::string> rows = {
-        {"only the first and last index count", abc, u"x", {0, 99, -1, 1}, "Sheet filter='<x>,<c>'"},
+        {"only the first and last index matter", abc, u"x", {0, 99, -1, 1}, "Sheet filter='<x>,<c>'"},
         {"the exclusive field, whatever the indices", abc, u"ALL", {99}, "Sheet filter='<ALL>'"},
         {"nothing erased", abc, u"x", {3, 2}, "Sheet filter='<a>,<b>,<c>,<x>'"},
-        {"nothing erased in front", abc, u"x", {0, -1}, "Sheet filter='<x>,<a>,<b>,<c>'"},
-        {"an invalid element keeps its faults", u"Sheet  A='1' filter='y<a>z'", u"x", none,
+        {"nothing erased, at the start", abc, u"x", {0, -1}, "Sheet filter='<x>,<a>,<b>,<c>'"},
+        {"an invalid element stays invalid", u"Sheet  A='1' filter='y<a>z'", u"x", none,
          "Sheet A='1' filter='<a>,<x>'"},
-        {"no sheet element", u"Other filter='<a>'", u"x", none, refused},
-        {"nor for the exclusive field", u"Sheet filter='<a>' x", u"ALL", none, refused},
-        {"an index into no fields", u"Sheet name='S'", u"x", {0}, outside},
+        {"not a sheet element", u"Other filter='<a>'", u"x", none, refused},
+        {"nor with the exclusive field", u"Sheet filter='<a>' x", u"ALL", none, refused},
+        {"an index without fields", u"Sheet name='S'", u"x", {0}, outside},
     };
     const auto insert = InsertFilterFieldIntoMarkupText;
     for (const auto& [rule, text, field, indices, edited] : rows) {
         SCOPED_TRACE(rule);
         EXPECT_EQ(ShowOrCondition(insert, Markup(text), Text(field), Text(u"ALL"), indices), edited);
     }
-    // behind the end and far behind, in front and far in front, and the wrong way round
+    // past the end, before the start, and reversed
     for (const auto& [first, last] : {std::pair(1, 3), {INT_MAX, INT_MAX}, {-1, 1}, {0, INT_MIN}, {2, 0}})
         EXPECT_EQ(ShowOrCondition(insert, Markup(abc), Text(u"x"), Text(u"ALL"), std::vector{first, last}),
                   outside);
@@ -134,8 +140,8 @@ TEST(Tooltip, LawsOfEditing)
 {
     constexpr std::u16string_view values[] = {
         u"", u"junk", u"<a>", u"<a>,<b>,<a>", u"x<a><<b>y", u"<ALL>,<b>,<ALL>", u"<a'b>,<>,<c d>"};
-    // Any pair of integers is a range, and none may overflow when it is told from where the value starts. A
-    // turn of 32 bits further off, a start is within reach of one of the tests again.
+    // Any pair of integers is a range, and rebasing it onto the value must not overflow. A start is compared
+    // once in 32 bits: 2^32 further on, it is inside a field again.
     constexpr std::int64_t turn = std::int64_t(1) << 32;
     std::vector<std::int64_t> places = {INT64_MIN, INT64_MIN + 14, INT32_MIN, -1,
                                         INT32_MAX, INT64_MAX,      turn + 14, turn + 15};
@@ -155,7 +161,7 @@ TEST(Tooltip, LawsOfEditing)
             }
 }
 
-/// In a process of its own, so that these are the first calls; the thread sanitizer watches them.
+/// Each test runs in a process of its own, which makes these the first calls. For the thread sanitizer.
 TEST(Threads, FirstCallsAtOnceOnSharedTexts)
 {
     const TString tooltip = Text(u"<b> <Sheet  MAXWIDTH='200' name='a''b' filter='<x>,<y>'>");
@@ -168,7 +174,7 @@ TEST(Threads, FirstCallsAtOnceOnSharedTexts)
             return testing::PrintToString(ScanByLibrary(tooltip)) + ReadByLibrary(tooltip);
         }));
     for (std::future<std::string>& result : results)
-        EXPECT_EQ(result.get(), testing::PrintToString(ScanByTextbook(tooltip)) + ReadByTextbook(tooltip));
+        EXPECT_EQ(result.get(), testing::PrintToString(ScanByReference(tooltip)) + ReadByReference(tooltip));
 }
 
 } // namespace

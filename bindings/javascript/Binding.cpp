@@ -1,14 +1,14 @@
-/// The library as a module of WebAssembly: one call for all operations, on a buffer of 32-bit words.
+/// The library as a WebAssembly module: one entry point for all operations, on a buffer of 32-bit words.
 ///
-/// `corvanemarkup.js` writes the arguments into the buffer, and reads the result from there:
-/// - a number is a word; a position that is passed has two, the lower half first;
-/// - a text is its length, then its code units, two to a word;
-/// - a list, a set or a map is its length, then its items;
-/// - what may be missing is 0, or 1 and the value;
-/// - a record is its parts.
+/// `corvanemarkup.js` writes the arguments to the buffer and reads the result from it:
+/// - a number or an enumerator is one word; a position in an argument is two, low half first;
+/// - a text is its length, then its code units, two per word;
+/// - a list, set or map is its size, then its items;
+/// - an optional value is 0, or 1 and the value;
+/// - a record is its members.
 
+#include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/MarkupElementFinders.h>
-#include <corvanemarkup/MarkupFaults.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/Version.h>
@@ -36,12 +36,20 @@ using Words = std::vector<std::uint32_t>;
 
 Words buffer;
 
+/// Its messages are written one by one: a list of them could need several times the memory of the tooltip.
+struct DiagnosticsWithMessages
+{
+    TString Tooltip;
+    std::vector<Diagnostic> Diagnostics;
+};
+
 class Reader
 {
 public:
     explicit Reader(const std::uint32_t* words) : m_next(words) {}
 
     void Read(int& value) { value = static_cast<int>(*m_next++); }
+    void Read(ElementEnd& value) { value = static_cast<ElementEnd>(*m_next++); }
     void Read(std::int64_t& position)
     {
         const std::uint64_t low = *m_next++;
@@ -56,7 +64,8 @@ public:
     }
     void Read(MarkupText& value) { value = MarkupText(ReadNew<TString>()); }
     void Read(CorvaneCharRange& value) { ReadAll(value.start, value.end); }
-    void Read(TextEdit& value) { ReadAll(value.Replaced, value.Text); }
+    void Read(TextEdit& value) { ReadAll(value.Range, value.NewText); }
+    void Read(ElementRanges& value) { ReadAll(value.Element, value.Content, value.End); }
     template <typename First, typename Second>
     void Read(std::pair<First, Second>& value)
     {
@@ -109,6 +118,11 @@ public:
 
     void Write(bool value) { m_words.push_back(value); }
     void Write(int value) { m_words.push_back(static_cast<std::uint32_t>(value)); }
+    template <typename Enum, typename = std::enable_if_t<std::is_enum_v<Enum>>>
+    void Write(Enum value)
+    {
+        Write(static_cast<int>(value));
+    }
     void Write(const TString& text)
     {
         const auto length = static_cast<std::size_t>(text.length());
@@ -129,20 +143,24 @@ public:
     {
         WriteAll(value.NewMarkupText, value.NewCursorPosition);
     }
-    void Write(const ElementRanges& value)
-    {
-        WriteAll(value.Element, value.Content, static_cast<int>(value.End));
-    }
+    void Write(const ElementRanges& value) { WriteAll(value.Element, value.Content, value.End); }
     void Write(const AttributeRanges& value)
     {
         WriteAll(value.Attribute, value.Name, value.Value, value.NameAndValue, value.Fields);
     }
-    void Write(const MarkupFault& value)
+    void Write(const SheetOrFieldName& value)
     {
-        WriteAll(static_cast<int>(value.Kind), value.Range, value.IsError);
+        WriteAll(value.Kind, value.Status, value.Name, value.Range, value.Element);
     }
-    void Write(const TextEdit& value) { WriteAll(value.Replaced, value.Text); }
-    void Write(const FieldInsertion& value) { WriteAll(value.Edit, value.NewCursorPosition); }
+    void Write(const DiagnosticsWithMessages& value)
+    {
+        Write(static_cast<int>(value.Diagnostics.size()));
+        for (const Diagnostic& diagnostic : value.Diagnostics)
+            WriteAll(diagnostic.Kind, diagnostic.Severity, GetDiagnosticMessage(value.Tooltip, diagnostic),
+                     diagnostic.Range, diagnostic.Element);
+    }
+    void Write(const TextEdit& value) { WriteAll(value.Range, value.NewText); }
+    void Write(const EditAtCursor& value) { WriteAll(value.Edit, value.NewCursorPosition); }
     void Write(const VizInTooltipProperties& value)
     {
         WriteAll(value.GetSheetName(), value.GetSheetSize(), value.GetFilterValue(), value.GetFilterFields(),
@@ -199,21 +217,40 @@ void Run(Result (&function)(Arguments...))
 {
     std::tuple<std::decay_t<Arguments>...> arguments{};
     std::apply([](auto&... values) { Reader(buffer.data()).ReadAll(values...); }, arguments);
-    buffer = {}; // a long text needn't be there twice
+    buffer = {}; // no second copy of a long text during the call
     const auto result = std::apply(function, arguments);
     Words words;
     Writer(words).Write(result);
     buffer = std::move(words);
 }
 
-// Where the library's function has another shape than one in JavaScript.
+// Operations whose signature differs from that of the library's function.
+
+TString FromAscii(const char* ascii)
+{
+    const std::u16string text(ascii, ascii + std::strlen(ascii));
+    return TString(text.data(), static_cast<int>(text.size()));
+}
 
 TString GetVersionText()
 {
-    std::u16string text;
-    for (const char* letter = GetVersion(); *letter != '\0'; ++letter)
-        text += static_cast<char16_t>(*letter);
-    return TString(text.data(), static_cast<int>(text.size()));
+    return FromAscii(GetVersion());
+}
+
+std::vector<std::pair<TString, TString>> GetDiagnosticKinds()
+{
+    std::vector<std::pair<TString, TString>> kinds;
+    for (int value = 0; value < GetDiagnosticKindCount(); ++value) {
+        const auto kind = static_cast<DiagnosticKind>(value);
+        kinds.emplace_back(FromAscii(GetDiagnosticIdentifier(kind)),
+                           FromAscii(GetDiagnosticDescription(kind)));
+    }
+    return kinds;
+}
+
+DiagnosticsWithMessages FindDiagnosticsWithMessages(const TString& tooltipText)
+{
+    return {tooltipText, FindDiagnostics(tooltipText)};
 }
 
 boost::optional<MarkupText> ReplaceSheetName(const MarkupText& sheetMarkupText,
@@ -236,9 +273,10 @@ void Run()
     Run(*Function);
 }
 
-/// In the order of `corvanemarkup.js`.
+/// In the same order as in `corvanemarkup.js`.
 constexpr void (*Operations[])() = {
     Run<GetVersionText>,
+    Run<GetDiagnosticKinds>,
     Run<GetTargetSheetNamesFromTooltipText>,
     Run<GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText>,
     Run<GetFilterFieldsFromSheetMarkupInTooltipText>,
@@ -257,8 +295,10 @@ constexpr void (*Operations[])() = {
     Run<InsertFilterFieldIntoMarkupText>,
     Run<InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition>,
     Run<FindElementRanges>,
+    Run<GetElementKind>,
     Run<FindAttributeRanges>,
-    Run<FindMarkupFaults>,
+    Run<FindSheetAndFieldNames>,
+    Run<FindDiagnosticsWithMessages>,
     Run<ApplyTextEdits>,
     Run<IsFieldName>,
     Run<RenameSheetsAndFields>,
@@ -267,25 +307,25 @@ constexpr void (*Operations[])() = {
 
 } // namespace
 
-/// Throws an `Error` with the condition in JavaScript. No destructor runs on the way, so that the memory of
-/// the call is lost; `corvanemarkup.js` puts all memory back to what it was at the start.
+/// Throws a JavaScript error that contains the condition. No destructors run, so the memory of the call
+/// leaks; `corvanemarkup.js` resets the module's memory to its initial state.
 extern "C" [[noreturn]] void ThrowError(const char* condition);
 
-/// The linker takes this one, since it comes before that of the platform. So the module needs no exceptions,
-/// which would make it larger by a seventh. What else would throw, for want of memory, ends in a trap.
+/// Replaces the platform's function, which comes later in the link. Without exceptions the module is smaller
+/// by a seventh. Any other exception would be for lack of memory, and traps instead.
 void ThrowLogicException(const char* /*file*/, int /*line*/, const char* condition)
 {
     ThrowError(condition);
 }
 
-/// Makes room for the arguments, that many words, and tells where it is. With 0, gives the memory back.
+/// Allocates that many words for the arguments and returns their address; 0 releases the memory.
 extern "C" std::uint32_t* Reserve(std::uint32_t count)
 {
     buffer = Words(count);
     return buffer.data();
 }
 
-/// Calls the operation with that index and tells where its result is.
+/// Performs the operation with that index and returns the address of its result.
 extern "C" const std::uint32_t* Call(std::uint32_t operation)
 {
     Operations[operation]();

@@ -1,11 +1,11 @@
-// The face of the module of WebAssembly: plain functions from strings to plain values. `Binding.cpp` tells how arguments and
-// results stand in the module's memory, and `corvanemarkup.d.ts` what the functions do.
+// The JavaScript side of the WebAssembly module. `Binding.cpp` documents the format of arguments and results in the module's
+// memory, and `corvanemarkup.d.ts` the functions.
 
 import deflatedModule from './module.js';
 
 export class PreconditionError extends Error {
     constructor(condition) {
-        super(`A precondition is broken: ${condition}`);
+        super(`Precondition violated: ${condition}`);
         this.name = 'PreconditionError';
         this.condition = condition;
     }
@@ -26,7 +26,7 @@ const imports = {
 const stream = new Blob([Uint8Array.from(atob(deflatedModule), (letter) => letter.charCodeAt(0))])
     .stream().pipeThrough(new DecompressionStream('deflate'));
 const module = await WebAssembly.compile(await new Response(stream).arrayBuffer());
-let wasm; // the exports of the instance; null after one that had no memory left
+let wasm; // the exports of the instance; null after a call that ran out of memory
 let memoryAtStart;
 let stackAtStart;
 
@@ -37,15 +37,15 @@ function start(instance) {
     stackAtStart = wasm.stackSave();
 }
 
-// After a call that was left in its middle: no destructor ran.
-function startAnew() {
+// After a call that threw an error in the module, where no destructors ran.
+function reset() {
     new Uint8Array(wasm.memory.buffer).set(memoryAtStart);
     wasm.stackRestore(stackAtStart);
 }
 
 start(await WebAssembly.instantiate(module, imports));
 
-// The instance's memory, and the word that is read or written next.
+// Views of the instance's memory, and the index of the next word to read or write.
 let words, units, next;
 
 function lookAt(address) {
@@ -67,30 +67,30 @@ function readText() {
     let start = 2 * next;
     next += (rest + 1) >> 1;
     let text = '';
-    for (; rest > 0; rest -= 4096) { // as many arguments as any engine takes
+    for (; rest > 0; rest -= 4096) { // within the limit of every engine on arguments
         text += String.fromCharCode.apply(null, units.subarray(start, start + Math.min(rest, 4096)));
         start += 4096;
     }
     return text;
 }
 
-// What a value is like. `put` adds the strings and words of an argument to a list, and `take` reads a result.
+// Types of values. `put` appends the strings and words of an argument to a list, and `take` reads a result.
 
 function wholeNumber(value) {
     if (!Number.isSafeInteger(value))
-        throw new TypeError(`A whole number is needed, not ${String(value)}`);
+        throw new TypeError(`Expected an integer, got ${String(value)}`);
     return value;
 }
 
 const text = {
     put(value, items) {
         if (typeof value !== 'string')
-            throw new TypeError(`A string is needed, not ${String(value)}`);
+            throw new TypeError(`Expected a string, got ${String(value)}`);
         items.push(value);
     },
     take: readText,
 };
-const number = { // what doesn't fit is as wrong as the nearest that does
+const number = { // clamping makes no difference: any number beyond 32 bits is out of range
     put: (value, items) => items.push(Math.max(-(2 ** 31), Math.min(wholeNumber(value), 2 ** 31 - 1))),
     take: () => words[next++],
 };
@@ -102,7 +102,15 @@ const range = {
     take: () => ({ start: words[next++], end: words[next++] }),
 };
 const truth = { take: () => words[next++] !== 0 };
-const oneOf = (...names) => ({ take: () => names[words[next++]] });
+const oneOf = (...names) => ({
+    put(value, items) {
+        const index = names.indexOf(value);
+        if (index < 0)
+            throw new TypeError(`Expected one of ${names.join(', ')}, got ${String(value)}`);
+        items.push(index);
+    },
+    take: () => names[words[next++]],
+});
 const optional = (value) => ({ take: () => (words[next++] === 0 ? null : value.take()) });
 const list = (item) => ({
     put(values, items) {
@@ -155,7 +163,7 @@ function call(index, items, result) {
             if (typeof item === 'string')
                 writeText(item);
             else
-                words[next++] = item; // its lowest 32 bits
+                words[next++] = item; // its low 32 bits
         }
         lookAt(wasm.Call(index));
         const value = result.take();
@@ -163,19 +171,19 @@ function call(index, items, result) {
         return value;
     } catch (error) {
         if (error instanceof PreconditionError) {
-            startAnew();
+            reset();
             throw error;
         }
         wasm = null; // memory that has grown doesn't shrink
         throw new RangeError('Out of memory, or a text that is too long', { cause: error });
     } finally {
-        words = units = null; // which would keep the memory of an instance that is given up
+        words = units = null; // which would keep the memory of a discarded instance alive
     }
 }
 
 let operationCount = 0;
 
-// The next of the operations of `Binding.cpp`.
+// Returns the function for the next operation in the table of `Binding.cpp`.
 function operation(parameters, result) {
     const index = operationCount++;
     return (...values) => {
@@ -185,9 +193,16 @@ function operation(parameters, result) {
     };
 }
 
-const textEdit = record({ replaced: range, text });
+const textEdit = record({ range, newText: text });
+const elementRanges = record({
+    element: range,
+    content: range,
+    end: oneOf('bracket', 'interrupted', 'unterminated'),
+});
 
 export const version = operation([], text)();
+export const diagnosticKinds = Object.freeze(
+    operation([], list(record({ kind: text, description: text })))().map(Object.freeze));
 export const targetSheetNames = operation([text], set(text));
 export const filterFieldsBySheet = operation([text], map(text, set(text)));
 export const filterFields = operation([text], list(text));
@@ -216,11 +231,9 @@ export const filterIndicesAt = operation([text, range], list(number));
 export const insertFilterField = operation([text, text, text, list(number)], text);
 export const insertFilterFieldAtCursor =
     operation([text, range, text, text], record({ newMarkupText: text, newCursorPosition: number }));
-export const findElementRanges = operation([text], list(record({
-    element: range,
-    content: range,
-    end: oneOf('bracket', 'restart', 'endOfText'),
-})));
+export const findElementRanges = operation([text], list(elementRanges));
+export const elementKind =
+    operation([text, elementRanges], oneOf('plain', 'sheet', 'invalid-sheet', 'unreadable-sheet'));
 export const findAttributeRanges = operation([text, range], list(record({
     attribute: range,
     name: range,
@@ -228,15 +241,19 @@ export const findAttributeRanges = operation([text, range], list(record({
     nameAndValue: optional(record({ name: text, value: text })),
     fields: list(record({ range, field: text })),
 })));
-export const findMarkupFaults = operation([text], list(record({
-    kind: oneOf(
-        'missingEnd', 'openQuotes', 'restart',
-        'otherLetterCase', 'noAttributes', 'otherWhiteSpace', 'spaceAroundEquals', 'unquotedValue', 'missingValue',
-        'unprotectedQuotes',
-        'duplicateAttribute', 'missingSheetName', 'invalidSheetSize', 'unallowedAttribute',
-        'strayFilterText', 'duplicateField'),
+export const findSheetAndFieldNames = operation([text], list(record({
+    kind: oneOf('sheet', 'field'),
+    status: oneOf('reachable', 'in-invalid-sheet', 'in-unclosed-element', 'without-brackets'),
+    name: text,
     range,
-    isError: truth,
+    element: range,
+})));
+export const findDiagnostics = operation([text], list(record({
+    kind: oneOf(...diagnosticKinds.map(({ kind }) => kind)),
+    severity: oneOf('error', 'warning'),
+    message: text,
+    range,
+    element: range,
 })));
 export const applyTextEdits = operation([text, list(textEdit)], text);
 export const isFieldName = operation([text], truth);

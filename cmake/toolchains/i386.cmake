@@ -1,5 +1,5 @@
-# 32 bits, which an x86-64 machine runs by itself, with the libraries of the cross-compiler. Debian's compiler takes no SSE2
-# for granted here, so that texts are searched without vector instructions.
+# 32 bits, which an x86-64 machine runs by itself, with the libraries of the cross-compiler. Debian's compiler doesn't
+# assume SSE2 here: texts are searched without vector instructions.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_C_COMPILER i686-linux-gnu-gcc)

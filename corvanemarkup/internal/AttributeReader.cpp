@@ -5,29 +5,29 @@ namespace corvanemarkup::Internal {
 
 bool AreSameAttributeName(TextView left, TextView right)
 {
-    // Identical texts are equal names under any rule of letter case, so that the usual case needs no copy.
+    // Identical texts are equal under any case folding. The usual case needs no copy.
     return left.size() == right.size() &&
            (AreSame(left, right) || AttributeName(ToString(left)) == AttributeName(ToString(right)));
 }
 
-void AppendUnescaped(TextView escapedValue, std::u16string& value)
+void AppendUnescaped(TextView rawValue, std::u16string& value)
 {
-    value.reserve(value.size() + escapedValue.size());
+    value.reserve(value.size() + rawValue.size());
     std::size_t copied = 0;
-    for (std::size_t quote = FindFirstOf<u'"'>(escapedValue, 0); quote != NotFound;
-         quote = FindFirstOf<u'"'>(escapedValue, copied)) {
-        value.append(escapedValue, copied, quote + 1 - copied);
-        copied = quote + (IsDoubled(escapedValue, quote) ? 2 : 1);
+    for (std::size_t quote = FindFirstOf<u'"'>(rawValue, 0); quote != NotFound;
+         quote = FindFirstOf<u'"'>(rawValue, copied)) {
+        value.append(rawValue, copied, quote + 1 - copied);
+        copied = quote + (IsDoubled(rawValue, quote) ? 2 : 1);
     }
-    value.append(escapedValue, copied, NotFound);
+    value.append(rawValue, copied, NotFound);
 }
 
-TString Unescape(TextView escapedValue, bool mayHoldQuotes)
+TString Unescape(TextView rawValue, bool mayHoldQuotes)
 {
-    if (!mayHoldQuotes || FindFirstOf<u'"'>(escapedValue, 0) == NotFound)
-        return ToString(escapedValue);
+    if (!mayHoldQuotes || FindFirstOf<u'"'>(rawValue, 0) == NotFound)
+        return ToString(rawValue);
     std::u16string value;
-    AppendUnescaped(escapedValue, value);
+    AppendUnescaped(rawValue, value);
     return ToString(value);
 }
 
@@ -44,7 +44,7 @@ boost::optional<AttributeView> SplitAttribute(TextView token)
 
 AttributeNameAndValue AttributeView::ToNameAndValue() const
 {
-    return {AttributeName(ToString(Name)), Unescape(EscapedValue)};
+    return {AttributeName(ToString(Name)), Unescape(RawValue)};
 }
 
 } // namespace corvanemarkup::Internal

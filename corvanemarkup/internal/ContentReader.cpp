@@ -4,15 +4,15 @@
 
 namespace corvanemarkup::Internal {
 
-AttributeParts SplitIntoParts(TextView attribute, bool isOpen)
+AttributeParts SplitIntoParts(TextView attribute, bool isUnterminated)
 {
     const std::size_t equals = std::min(FindFirstOf<u'='>(attribute, 0), attribute.size());
     TextView value = attribute.substr(std::min(equals + 1, attribute.size()));
     if (!value.empty() && value.front() == u'"')
         value.remove_prefix(1);
-    if (!isOpen && !value.empty() && value.back() == u'"')
+    if (!isUnterminated && !value.empty() && value.back() == u'"')
         value.remove_suffix(1);
-    return {attribute, attribute.substr(0, equals), value, !isOpen && SplitAttribute(attribute)};
+    return {attribute, attribute.substr(0, equals), value, !isUnterminated && SplitAttribute(attribute)};
 }
 
 bool ContentReader::Next(AttributeParts& parts)
@@ -23,7 +23,7 @@ bool ContentReader::Next(AttributeParts& parts)
             return true;
         }
     }
-    const TextView open = m_isFinished ? TextView() : m_tokens.OpenAttribute();
+    const TextView open = m_isFinished ? TextView() : m_tokens.UnterminatedAttribute();
     m_isFinished = true;
     if (open.empty())
         return false;

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Reading the attributes of an element's content one after the other, also of a content that
-/// `VizInTooltipProperties::FromMarkupText` refuses.
+/// Reads the attributes of an element's content one by one, even if `VizInTooltipProperties::FromMarkupText`
+/// rejects the content, and the fields of a filter with their source ranges.
 
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/DelimiterSearch.h>
@@ -9,29 +9,30 @@
 #include <corvanemarkup/internal/TextView.h>
 #include <corvanemarkup/internal/TokenReader.h>
 
+#include <algorithm>
 #include <string>
 
 namespace corvanemarkup::Internal {
 
-/// The parts of an attribute where they stand in the text.
+/// The parts of an attribute, as views of the source text.
 struct AttributeParts
 {
     TextView Whole;
-    TextView Name;         ///< up to the first `=`; all of the attribute if there is none
-    TextView EscapedValue; ///< the rest without its quotes; empty, at the end, if there is no `=`
-    bool IsNameAndValue;   ///< whether it is read as a name and a quoted value
+    TextView Name;       ///< up to the first `=`; the whole attribute if there is none
+    TextView RawValue;   ///< the rest without its quotes; empty, at the end, if there is no `=`
+    bool IsNameAndValue; ///< whether it consists of a name and a quoted value
 };
 
-/// The parts of an attribute, the quotes of which are open or not.
-[[nodiscard]] AttributeParts SplitIntoParts(TextView attribute, bool isOpen);
+/// Splits an attribute, whose quotes may be unterminated.
+[[nodiscard]] AttributeParts SplitIntoParts(TextView attribute, bool isUnterminated);
 
 class ContentReader
 {
 public:
     explicit ContentReader(TextView content) : m_tokens(content) {}
 
-    /// Sets `parts` to the next attribute; false at the end. An attribute whose quotes are open is the last
-    /// and runs to the end. A content without a space has no attributes.
+    /// Sets `parts` to the next attribute; returns false at the end. An attribute with unterminated quotes is
+    /// the last one and extends to the end. A content without a space has no attributes.
     bool Next(AttributeParts& parts);
 
 private:
@@ -39,32 +40,57 @@ private:
     bool m_isFinished = false;
 };
 
-/// Calls `visit` with each field of a filter value, brackets included: as it stands in the text, and as
-/// meant. What is meant may lie in `scratch`, and is gone when this is used again.
+/// Calls `visit(raw, unescaped)` with each field of a raw filter value, including its brackets, in text
+/// order. `unescaped` may point into `scratch`; it is valid until `scratch` is modified.
 template <typename Visit>
-void ForEachFieldInText(TextView escapedValue, std::u16string& scratch, Visit visit)
+void ForEachRawField(TextView rawValue, std::u16string& scratch, Visit visit)
 {
-    const bool hasQuotes = FindFirstOf<u'"'>(escapedValue, 0) != NotFound;
+    const bool hasQuotes = FindFirstOf<u'"'>(rawValue, 0) != NotFound;
     scratch.clear();
     if (hasQuotes)
-        AppendUnescaped(escapedValue, scratch);
-    const TextView value = hasQuotes ? TextView(scratch) : escapedValue;
+        AppendUnescaped(rawValue, scratch);
+    const TextView value = hasQuotes ? TextView(scratch) : rawValue;
 
-    std::size_t meant = 0; // a position in the value, and where that stands in the text
-    std::size_t inText = 0;
+    std::size_t inValue = 0; // a position in the unescaped value, and the corresponding one in the raw value
+    std::size_t inRaw = 0;
     const auto moveTo = [&](std::size_t position) {
         if (!hasQuotes)
             return position;
-        for (; meant < position; ++meant)
-            inText += escapedValue[inText] == u'"' && IsDoubled(escapedValue, inText) ? 2 : 1;
-        return inText;
+        for (; inValue < position; ++inValue)
+            inRaw += rawValue[inRaw] == u'"' && IsDoubled(rawValue, inRaw) ? 2 : 1;
+        return inRaw;
     };
     ForEachField(value, [&](const ElementBounds& field) {
         const std::size_t start = moveTo(field.Start);
         const std::size_t end = moveTo(field.End + 1);
-        visit(escapedValue.substr(start, end - start),
-              value.substr(field.Start, field.End + 1 - field.Start));
+        visit(rawValue.substr(start, end - start), value.substr(field.Start, field.End + 1 - field.Start));
     });
+}
+
+/// Like `ForEachRawField`, and also calls `visitStray` with each piece of raw text outside fields. Pieces are
+/// separated by commas, exclude surrounding spaces and aren't empty. All calls are in text order.
+template <typename VisitField, typename VisitStray>
+void ForEachFilterPart(TextView rawValue, std::u16string& scratch, VisitField visitField,
+                       VisitStray visitStray)
+{
+    std::size_t position = 0;
+    const auto visitPieces = [&](std::size_t end) {
+        while (position < end) {
+            const std::size_t comma = std::min(rawValue.substr(0, end).find(u',', position), end);
+            const TextView piece = rawValue.substr(position, comma - position);
+            const std::size_t first = piece.find_first_not_of(u' ');
+            if (first != NotFound)
+                visitStray(piece.substr(first, piece.find_last_not_of(u' ') + 1 - first));
+            position = comma + 1;
+        }
+    };
+    ForEachRawField(rawValue, scratch, [&](TextView raw, TextView unescaped) {
+        const auto start = static_cast<std::size_t>(raw.data() - rawValue.data());
+        visitPieces(start);
+        position = start + raw.size();
+        visitField(raw, unescaped);
+    });
+    visitPieces(rawValue.size());
 }
 
 } // namespace corvanemarkup::Internal

@@ -1,17 +1,17 @@
 #pragma once
 
-/// Searching a text for delimiters, which is what scanning spends its time on, and the rule of doubled ones.
+/// Searches a text for delimiters, where scanning spends its time, and defines which are escaped by doubling.
 
 #include <corvanemarkup/internal/TextView.h>
 #include <corvanemarkup/internal/UnitBlock.h>
 
 namespace corvanemarkup::Internal {
 
-/// The first position at or after `from` that holds one of `Units`, or `NotFound`.
+/// Returns the position of the first of `Units` at or after `from`, or `NotFound`.
 template <char16_t... Units>
 [[nodiscard]] std::size_t FindFirstOf(TextView text, std::size_t from)
 {
-    static_assert(((Units > 0 && Units < 0x80) && ...), "what blocks can be compared with");
+    static_assert(((Units > 0 && Units < 0x80) && ...), "blocks compare with ASCII only, except U+0000");
     const char16_t* const units = text.data();
     const std::size_t end = text.size();
     if (end < UnitBlock::Length) {
@@ -30,21 +30,21 @@ template <char16_t... Units>
             return from + FirstIn(mask);
     if (from >= end)
         return NotFound;
-    // What remains is the end of a block that overlaps the one before it.
+    // The remaining units are the end of a block that overlaps the previous one.
     const UnitMask mask = After(matches(lastBlock), from - lastBlock);
     return mask != 0 ? from + FirstIn(mask) : NotFound;
 }
 
-/// The rule of doubled delimiters: whether the delimiter at `position` and the one after it are a pair, which
-/// is escaped and delimits nothing. It holds for a `position` that a search meets: such a search reads a run
-/// of one delimiter in pairs, from where it comes to it.
+/// Returns whether the delimiter at `position` is doubled: it and the next one are a pair, which is escaped
+/// and delimits nothing. Only meaningful for a position that a search reaches, as a search reads a run of the
+/// same delimiter in pairs, from where it reaches the run.
 [[nodiscard]] inline bool IsDoubled(TextView text, std::size_t position)
 {
     return position + 1 < text.size() && text[position + 1] == text[position];
 }
 
-/// The first delimiter at or after `from` that isn't escaped by doubling, or `NotFound`. `findDelimiter`
-/// gives the first delimiter at or after a position, escaped or not.
+/// Returns the position of the first delimiter at or after `from` that isn't escaped, or `NotFound`.
+/// `findDelimiter` returns the first delimiter at or after a position, escaped or not.
 template <typename FindDelimiter>
 [[nodiscard]] std::size_t FindNotEscaped(TextView text, std::size_t from, FindDelimiter findDelimiter)
 {
@@ -56,15 +56,15 @@ template <typename FindDelimiter>
     }
 }
 
-/// The first of `Units` at or after `from` that isn't escaped by doubling, or `NotFound`.
+/// Returns the position of the first of `Units` at or after `from` that isn't escaped, or `NotFound`.
 template <char16_t... Units>
 [[nodiscard]] std::size_t FindNotEscaped(TextView text, std::size_t from)
 {
     return FindNotEscaped(text, from, FindFirstOf<Units...>);
 }
 
-/// Whether a search for `Unit` from `from` on stops at `last`, the last place of a run of it, rather than
-/// passing over it as the second of a pair.
+/// Returns whether a search for `Unit` from `from` stops at `last`, the end of a run of `Unit`, rather than
+/// skipping it as the second of a pair.
 template <char16_t Unit>
 [[nodiscard]] bool IsNotEscapedAt(TextView text, std::size_t from, std::size_t last)
 {

@@ -19,21 +19,37 @@ bool ReadElement(TextView content, ReadableElement& element)
     return true;
 }
 
+bool IsPlain(TextView text, TextView content)
+{
+    const auto start = static_cast<std::size_t>(content.data() - text.data());
+    ReadableElement element;
+    return !StartsSheetElement(text, start) && !ReadElement(content, element);
+}
+
+bool CanNameField(TextView name)
+{
+    std::u16string element = u"<";
+    element.append(name).append(1, u'>');
+    const ElementBounds found = FindElement(element, 0);
+    return !name.empty() && found.Found() && found.ContentIn(element).size() == name.size() &&
+           IsPlain(element, found.ContentIn(element));
+}
+
 namespace {
 
-/// Whether the element's bracket ends it when it gets that content.
+/// Returns whether the element with that content still ends at its bracket.
 bool EndsAtItsBracket(const WalkedElement& old, TextView newContent)
 {
     std::u16string text;
     text.reserve(newContent.size() + 1);
     text.append(newContent).append(1, u'>');
-    const bool quotesProtect = old.IsProtectedAnyway || StartsSheetElement(text, 0);
+    const bool quotesProtect = old.InheritsProtection || StartsSheetElement(text, 0);
     return FindStop(text, 0, quotesProtect).Position == newContent.size();
 }
 
 } // namespace
 
-bool ReadsAs(const WalkedElement& old, const ExpectedElement& expected)
+bool ReadsBackAs(const WalkedElement& old, const ExpectedElement& expected)
 {
     ReadableElement element;
     if (!EndsAtItsBracket(old, expected.NewContent) || !ReadElement(expected.NewContent, element) ||
@@ -44,16 +60,15 @@ bool ReadsAs(const WalkedElement& old, const ExpectedElement& expected)
     std::size_t count = 0;
     bool areEqual = true;
     std::u16string scratch;
-    ForEachFieldInText(element.Attributes[element.Filter].EscapedValue, scratch,
-                       [&](TextView, TextView meant) {
-                           areEqual = areEqual && count < expected.Fields.size() &&
-                                      meant.substr(1, meant.size() - 2) == expected.Fields[count];
-                           ++count;
-                       });
+    ForEachRawField(element.Attributes[element.Filter].RawValue, scratch, [&](TextView, TextView unescaped) {
+        areEqual = areEqual && count < expected.Fields.size() &&
+                   unescaped.substr(1, unescaped.size() - 2) == expected.Fields[count];
+        ++count;
+    });
     return areEqual && count == expected.Fields.size();
 }
 
-bool ReadsAsPlain(const WalkedElement& old, TextView newContent)
+bool ReadsBackAsPlain(const WalkedElement& old, TextView newContent)
 {
     return EndsAtItsBracket(old, newContent);
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Whether an element that is edited still reads as what it was, in its tooltip.
+/// Checks whether an edited element reads back as expected, within its tooltip.
 
 #include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/ElementWalk.h>
@@ -11,34 +11,42 @@
 
 namespace corvanemarkup::Internal {
 
-/// The attributes of an element that `VizInTooltipProperties::FromMarkupText` reads.
+/// The attributes of a readable element, as `ElementKind` defines it.
 struct ReadableElement
 {
     std::vector<AttributeParts> Attributes;
     std::size_t Filter = NotFound; ///< the index of the first `filter`
 };
 
-/// False if it doesn't read it.
+/// Reads the attributes of `content` into `element`, which must be empty. Returns false if `content` isn't
+/// readable; `element` is unspecified then.
 [[nodiscard]] bool ReadElement(TextView content, ReadableElement& element);
 
-/// What is expected of an element whose content becomes `NewContent`.
+/// Returns whether an element with that content, a view of a part of `text`, is plain: the look-ahead doesn't
+/// recognize it as a sheet element, and it isn't readable.
+[[nodiscard]] bool IsPlain(TextView text, TextView content);
+
+/// Implements `IsFieldName` on a view.
+[[nodiscard]] bool CanNameField(TextView name);
+
+/// An edited content, and what it must read back as.
 struct ExpectedElement
 {
     std::u16string NewContent;
     std::size_t AttributeCount;
-    std::size_t
-        Filter; ///< the index of the attribute with these fields, as meant; `NotFound` if there is none
-    std::vector<TextView> Fields;
+    std::size_t Filter;           ///< the index of the first `filter`; `NotFound` if there is none
+    std::vector<TextView> Fields; ///< the unescaped fields of that filter, without brackets
 };
 
-/// Whether it becomes that: it ends where it should, with as many attributes, and these fields.
+/// Returns whether the edited element ends at the same bracket, and has that number of attributes and those
+/// fields.
 ///
-/// To look at the one element is enough. What stands in front of an element ends, or is given up, before it;
-/// a walk starts afresh after it; and the look-ahead of a `<` never reads past the next bracket that counts.
-[[nodiscard]] bool ReadsAs(const WalkedElement& old, const ExpectedElement& expected);
+/// Re-parsing this one element suffices. Any earlier element ends or is interrupted before it; the walk has
+/// no state after it; and the look-ahead at an earlier `<` never reads past the next bracket that isn't
+/// escaped or protected.
+[[nodiscard]] bool ReadsBackAs(const WalkedElement& old, const ExpectedElement& expected);
 
-/// The same for a plain element: whether its bracket still ends it when it gets the content `newContent`,
-/// which is a field's name.
-[[nodiscard]] bool ReadsAsPlain(const WalkedElement& old, TextView newContent);
+/// Returns whether a plain element with the content `newContent`, a field's name, still ends at its bracket.
+[[nodiscard]] bool ReadsBackAsPlain(const WalkedElement& old, TextView newContent);
 
 } // namespace corvanemarkup::Internal

@@ -6,8 +6,8 @@ namespace corvanemarkup::Internal {
 
 ElementBounds ElementLookup::FindFrom(std::size_t offset)
 {
-    // A walk that keeps every element reads on from the end of each. Only when it finds nothing, or goes back
-    // into an element, are the answers for all offsets worth their while.
+    // A walk that accepts every element continues at the end of each: scanning forward is linear. The answers
+    // for all offsets are needed only once it finds nothing, or re-enters an element.
     if (!m_isAnswered && offset >= m_next) {
         const ElementBounds element = FindElement(m_text, offset);
         if (element.Found()) {
@@ -29,35 +29,36 @@ ElementBounds ElementLookup::FindFrom(std::size_t offset)
 
 namespace {
 
-/// What a scan that stands at some position comes to.
+/// The result of a scan from some position.
 struct Outcome
 {
-    std::int32_t Start = -1; ///< where the element restarts last, or -1 if it doesn't
-    std::int32_t End = -1;   ///< the position of its `>`, or -1 if it has no end
+    std::int32_t Start = -1; ///< the last `<` that interrupts an element, or -1 if none does
+    std::int32_t End = -1;   ///< the position of the `>`, or -1 if the element is unterminated
 
-    /// The same outcome, told from the `<` at `position`: an element that doesn't restart later starts there.
+    /// Returns the result of a scan from the `<` at `position`: an element that isn't interrupted later
+    /// starts there.
     [[nodiscard]] Outcome SeenFromBracket(std::int32_t position) const
     {
         return End >= 0 && Start < 0 ? Outcome{position, End} : *this;
     }
 };
 
-/// The outcomes at one position, for each state that a scan can be in. They depend on nothing else, which is
-/// why one pass from the right to the left answers for all positions.
+/// The outcomes at one position, for each state of a scan. They depend only on the outcomes further right:
+/// one pass from right to left computes them for all positions.
 struct Outcomes
 {
-    Outcome Outside; ///< looking for the start of an element
-    Outcome Plain;   ///< in an element without protecting quotes
-    Outcome Sheet;   ///< in one with protecting quotes, outside of them
-    Outcome Quoted;  ///< between the quotes
+    Outcome Outside; ///< searching for the start of an element
+    Outcome Plain;   ///< in an element whose quotes don't protect brackets
+    Outcome Sheet;   ///< in an element whose quotes do, outside quotes
+    Outcome Quoted;  ///< in such an element, inside quotes
 };
 
 } // namespace
 
 void ElementLookup::AnswerAllFrom(std::size_t offset)
 {
-    Outcomes next;     // one position to the right; at the end of the text nothing is found
-    Outcomes overNext; // two positions to the right: where the scan goes on after a doubled delimiter
+    Outcomes next;     // one position to the right; nothing is found at the end of the text
+    Outcomes overNext; // two positions to the right, where the scan continues after a doubled delimiter
     for (std::size_t i = m_text.size(); i-- > offset;) {
         const char16_t unit = m_text[i];
         const bool isDoubled = IsDoubled(m_text, i);

@@ -1,6 +1,6 @@
 #pragma once
 
-/// The elements of a text as they are found from each of its offsets.
+/// Finds elements from any offset of a text in linear time overall.
 
 #include <corvanemarkup/internal/MarkupScanner.h>
 #include <corvanemarkup/internal/TextView.h>
@@ -10,18 +10,18 @@
 
 namespace corvanemarkup::Internal {
 
-/// Tells for each offset of a text which element `FindElement` finds from there, for offsets that never fall,
-/// in time linear in the text for all of them together.
+/// Returns what `FindElement` returns, for a sequence of offsets that never decrease. All calls together take
+/// time linear in the text.
 class ElementLookup
 {
 public:
     explicit ElementLookup(TextView text) : m_text(text) {}
 
-    /// The element; if there is none, what isn't `Found()`.
+    /// Returns bounds that are not `Found()` if there is no element.
     [[nodiscard]] ElementBounds FindFrom(std::size_t offset);
 
 private:
-    /// What a search finds that begins after the `<` before this one, up to and including this one.
+    /// The result of a search from any offset after the previous `<`, up to and including this one.
     struct Answer
     {
         std::int32_t Delimiter; ///< the position of this `<`
@@ -32,9 +32,9 @@ private:
     void AnswerAllFrom(std::size_t offset);
 
     TextView m_text;
-    std::size_t m_next = 0;        ///< where the walk goes on after the element found last
-    bool m_isAnswered = false;     ///< whether the answers are at hand
-    std::vector<Answer> m_answers; ///< the last one stands for the first `<`
+    std::size_t m_next = 0;        ///< the end of the last element found by scanning forward
+    bool m_isAnswered = false;     ///< whether `m_answers` has been computed
+    std::vector<Answer> m_answers; ///< in reverse text order
 };
 
 } // namespace corvanemarkup::Internal

@@ -1,39 +1,39 @@
 #pragma once
 
-/// The walk over a tooltip from each element to the next, with what it gives up on its way.
+/// Walks over all elements of a tooltip, including interrupted and unterminated ones.
 
 #include <corvanemarkup/internal/MarkupScanner.h>
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
-/// A `<` that the walk takes for the start of an element, up to where this ends or is given up.
+/// An element, from its `<` up to where it ends or is interrupted.
 struct WalkedElement
 {
-    enum class Ending { Bracket, Restart, EndOfText, EndOfTextInQuotes };
+    enum class Ending { Bracket, Interrupted, Unterminated, UnterminatedInQuotes };
 
-    TextView Whole;   ///< with its brackets
-    TextView Content; ///< without
+    TextView Whole;   ///< including brackets
+    TextView Content; ///< excluding brackets
     Ending EndsWith;
-    /// Whether quotes protect brackets in it, whatever it is, because they did in the one that restarted
-    /// here.
-    bool IsProtectedAnyway;
+    /// Whether quotes protect brackets whatever the content, because they did in the element that this one
+    /// interrupts.
+    bool InheritsProtection;
 };
 
-/// Gives each of them in text order. They don't overlap.
+/// Visits the elements in text order. They don't overlap.
 class ElementWalk
 {
 public:
     explicit ElementWalk(TextView text) : m_text(text) {}
 
-    /// Sets `element` to the next one; false at the end.
+    /// Sets `element` to the next one; returns false at the end.
     bool Next(WalkedElement& element);
 
 private:
     TextView m_text;
-    std::size_t m_position = 0; ///< where the search goes on, or the `<` at which the last element restarted
-    bool m_isRestart = false;
-    bool m_quotesProtect = false; ///< whether they did in the last element
+    std::size_t m_position = 0; ///< the end of the last element, or the `<` that interrupted it
+    bool m_wasInterrupted = false;
+    bool m_quotesProtect = false; ///< in the last element
 };
 
 } // namespace corvanemarkup::Internal

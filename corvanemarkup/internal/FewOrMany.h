@@ -1,5 +1,7 @@
 #pragma once
 
+/// A vector with inline storage for a few items.
+
 #include <cstddef>
 #include <new>
 #include <type_traits>
@@ -7,7 +9,7 @@
 
 namespace corvanemarkup::Internal {
 
-/// A growing list that takes no memory for a few items, and sets none up for those that aren't there.
+/// Allocates nothing for up to `Few` items, and leaves unused inline storage uninitialized.
 template <typename Item>
 class FewOrMany
 {
@@ -26,7 +28,7 @@ public:
     [[nodiscard]] Item& operator[](std::size_t number) { return m_items[number]; }
     [[nodiscard]] const Item& operator[](std::size_t number) const { return m_items[number]; }
 
-    /// Adds an item and gives it, to be set. It stays where it is until the next one is added.
+    /// Appends an uninitialized item and returns it. The reference is valid until the next call.
     Item& Add()
     {
         Item& item = m_count < Few ? *new (m_few + m_count * sizeof(Item)) Item : AddToMany();
@@ -34,7 +36,7 @@ public:
         return item;
     }
 
-    /// Removes all items, and keeps the memory.
+    /// Removes all items and keeps the memory.
     void Clear()
     {
         m_items = reinterpret_cast<Item*>(m_few);

@@ -1,15 +1,14 @@
 #pragma once
 
-/// The fields of a filter value, such as `<Region>,<Year>`.
+/// Finds the fields of an unescaped filter value, such as `<Region>,<Year>`.
 
+#include <corvanemarkup/internal/CanonicalForm.h>
 #include <corvanemarkup/internal/ElementLookup.h>
-#include <corvanemarkup/internal/WrittenForm.h>
 
 namespace corvanemarkup::Internal {
 
-/// Calls `visit` with the bounds of each field from `offset` on, in text order: the elements that
-/// `FindCharRangesOfKnownMarkupElements` finds in the value when all are known. What stands between them
-/// plays no part.
+/// Calls `visit` with the bounds of each field at or after `offset`, in text order: the elements that
+/// `FindCharRangesOfKnownMarkupElements` finds if its predicate accepts all.
 template <typename Visit>
 void ForEachFieldFrom(std::size_t offset, TextView filterValue, Visit visit)
 {
@@ -22,11 +21,11 @@ void ForEachFieldFrom(std::size_t offset, TextView filterValue, Visit visit)
     }
 }
 
-/// The same for all fields.
+/// Calls `visit` with the bounds of each field, in text order.
 template <typename Visit>
 void ForEachField(TextView filterValue, Visit visit)
 {
-    const std::size_t read = ReadWrittenFields(filterValue, [&](TextView content) {
+    const std::size_t read = ReadCanonicalFields(filterValue, [&](TextView content) {
         const auto start = static_cast<std::size_t>(content.data() - filterValue.data()) - 1;
         visit(ElementBounds{start, start + 1 + content.size()});
     });

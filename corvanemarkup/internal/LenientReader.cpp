@@ -10,10 +10,10 @@ namespace {
 struct Word
 {
     TextView Text;
-    bool IsOpen; ///< whether its quotes are, up to the end of the content
+    bool IsUnterminated; ///< whether its quotes are
 };
 
-/// Up to white space, or through the first quotes.
+/// Reads up to white space, or through the first closing quote.
 Word ReadWord(TextView content, std::size_t start)
 {
     std::size_t end = start;
@@ -26,8 +26,8 @@ Word ReadWord(TextView content, std::size_t start)
             closingQuote == NotFound};
 }
 
-/// The value that is meant by what follows a `=` and white space: a quoted one, or a word that isn't the next
-/// attribute. Empty if there is none.
+/// Returns the value after a `=` and white space: a quoted one, or a word that isn't the next attribute.
+/// Empty if there is none.
 TextView FindLateValue(TextView content, std::size_t from)
 {
     const std::size_t next = SkipWhiteSpace(content, from);
@@ -37,29 +37,29 @@ TextView FindLateValue(TextView content, std::size_t from)
     return word.front() == u'"' || word.find(u'=') == NotFound ? word : TextView();
 }
 
-MeantAttribute::Fault Judge(const Word& word)
+LenientAttribute::Problem Judge(const Word& word)
 {
-    using Fault = MeantAttribute::Fault;
+    using Problem = LenientAttribute::Problem;
     const std::size_t equals = word.Text.find(u'=');
     const bool hasValue = equals != NotFound && equals + 1 < word.Text.size();
     const bool startsWithQuote = hasValue && word.Text[equals + 1] == u'"';
     if (hasValue && !startsWithQuote)
-        return Fault::UnquotedValue;
+        return Problem::UnquotedValue;
     if (!hasValue)
-        return Fault::MissingValue;
-    if (word.IsOpen)
-        return Fault::OpenQuotes;
-    return SplitAttribute(word.Text) ? Fault::None : Fault::UnquotedValue;
+        return Problem::MissingValue;
+    if (word.IsUnterminated)
+        return Problem::UnterminatedQuotes;
+    return SplitAttribute(word.Text) ? Problem::None : Problem::UnquotedValue;
 }
 
 } // namespace
 
-MeantAttribute ReadMeantAttribute(TextView content, std::size_t position)
+LenientAttribute ReadLenientAttribute(TextView content, std::size_t position)
 {
     const auto withSpaceAroundEquals = [&](TextView last) {
         const auto end = static_cast<std::size_t>(last.data() + last.size() - content.data());
-        return MeantAttribute{content.substr(position, end - position),
-                              MeantAttribute::Fault::SpaceAroundEquals};
+        return LenientAttribute{content.substr(position, end - position),
+                                LenientAttribute::Problem::SpaceAroundEquals};
     };
     const Word word = ReadWord(content, position);
     const std::size_t end = position + word.Text.size();

@@ -1,24 +1,24 @@
 #pragma once
 
-/// Reading the attributes of a sheet element as its author may have meant them, where the rules refuse them.
+/// Reads the attributes of an unreadable sheet element as its author probably meant them.
 
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
-/// An attribute as meant, and what the rules have against it.
-struct MeantAttribute
+/// An attribute, and why the parser rejects it.
+struct LenientAttribute
 {
-    enum class Fault { None, SpaceAroundEquals, UnquotedValue, MissingValue, OpenQuotes };
+    enum class Problem { None, SpaceAroundEquals, UnquotedValue, MissingValue, UnterminatedQuotes };
 
     TextView Whole;
-    Fault Reason; ///< the first that fits
+    Problem FirstProblem; ///< the first that applies
 };
 
-/// Reads the attribute that starts at `position`, where no white space stands. Any white space outside of
-/// quotes ends it, unless its `=` or its value follows. Apart from that it ends where the rules
-/// end one. If no white space but spaces and no space at a `=` is met in a content, an attribute without a
-/// `Reason` is one that the rules accept.
-[[nodiscard]] MeantAttribute ReadMeantAttribute(TextView content, std::size_t position);
+/// Returns the attribute that starts at `position`, which must not be at white space. Unlike for the parser,
+/// any white space outside quotes ends it, unless its `=` or its value follows. In a content whose only white
+/// space outside quotes is spaces, none of them next to a `=`, the parser accepts an attribute exactly if it
+/// has `Problem::None`.
+[[nodiscard]] LenientAttribute ReadLenientAttribute(TextView content, std::size_t position);
 
 } // namespace corvanemarkup::Internal

@@ -27,7 +27,7 @@ ElementBounds FindEndOfElement(TextView text, std::size_t start, std::size_t fro
             return {start, stop};
         start = stop;
         from = start + 1;
-        // Once quotes protect brackets they do so whatever the element restarts as.
+        // Once quotes protect brackets, they also do in the elements that interrupt this one.
         quotesProtect = quotesProtect || StartsSheetElement(text, from);
     }
 }

@@ -1,17 +1,17 @@
 #pragma once
 
-/// Finding elements in a view of a tooltip text.
+/// Finds elements in a view of a tooltip text.
 
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
-/// Where an element stands, or how far the search for one came.
+/// The bounds of an element, or how far the search for one got.
 struct ElementBounds
 {
-    /// The position of its `<`, or of the last `<` at which it restarted. `NotFound` if there is no `<`.
+    /// The position of its `<`: the last one, if elements were interrupted. `NotFound` if there is no `<`.
     std::size_t Start = NotFound;
-    /// The position of its `>`. `NotFound` if there is no element, or if it has no end.
+    /// The position of its `>`. `NotFound` if there is no element, or if it is unterminated.
     std::size_t End = NotFound;
 
     [[nodiscard]] bool Found() const { return End != NotFound; }
@@ -23,24 +23,24 @@ struct ElementBounds
     [[nodiscard]] TextView ContentIn(TextView text) const { return text.substr(Start + 1, End - Start - 1); }
 };
 
-/// Where a scan that is inside an element stops: the first `<` or `>` that counts. `NotFound` if none does to
-/// the end of the text.
+/// Where a scan within an element stops: the first `<` or `>` that is neither escaped nor protected by
+/// quotes, or `NotFound`.
 struct ElementStop
 {
     std::size_t Position = NotFound;
-    bool IsInQuotes = false; ///< whether the text ended between protecting quotes
+    bool IsInQuotes = false; ///< whether the text ends inside quotes that protect brackets
 };
 
-/// `quotesProtect` tells whether quotes protect brackets.
+/// Scans the content of an element from `from`, outside quotes.
 [[nodiscard]] ElementStop FindStop(TextView text, std::size_t from, bool quotesProtect);
 
-/// The element that begins with the `<` at `start`, or the one that it restarts as at a later `<`. `from` is
-/// where the search for its end begins, and `quotesProtect` tells whether quotes protect brackets until it
-/// restarts.
+/// Returns the element that starts at the `<` at `start` or, if that is interrupted, at a further `<`. The
+/// search for its end begins at `from`. `quotesProtect` is whether quotes protect brackets in the first
+/// element.
 [[nodiscard]] ElementBounds FindEndOfElement(TextView text, std::size_t start, std::size_t from,
                                              bool quotesProtect);
 
-/// The first element that starts at or after `offset`.
+/// Returns the first element that starts at or after `offset`.
 [[nodiscard]] ElementBounds FindElement(TextView text, std::size_t offset);
 
 } // namespace corvanemarkup::Internal

@@ -12,7 +12,7 @@ std::uint64_t EscapedLength(TextView value)
     return value.size() + static_cast<std::uint64_t>(quotes);
 }
 
-std::uint64_t WrittenLength(TextView name, TextView value)
+std::uint64_t CanonicalLength(TextView name, TextView value)
 {
     constexpr std::size_t equalsAndQuotes = 3;
     return name.size() + equalsAndQuotes + EscapedLength(value);
@@ -30,7 +30,7 @@ void AppendEscaped(TextView value, std::u16string& text)
     }
 }
 
-void AppendWritten(TextView name, TextView value, std::u16string& text)
+void AppendCanonical(TextView name, TextView value, std::u16string& text)
 {
     text.append(name).append(u"=\"");
     AppendEscaped(value, text);

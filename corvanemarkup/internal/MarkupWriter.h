@@ -1,9 +1,10 @@
 #pragma once
 
-/// The written form of attributes, `name="value"`: each quote of the value doubled, and nothing else escaped.
+/// Writes the canonical form of attributes, `name="value"`, with each quote in the value doubled and nothing
+/// else escaped.
 ///
-/// A text is measured first and written then, so that it is allocated once, and so that one too long is
-/// refused before memory is asked for.
+/// Callers compute the length of a text before they write it: it is allocated once, and one that is too long
+/// is rejected before any allocation.
 
 #include <corvanemarkup/internal/TextView.h>
 
@@ -12,17 +13,17 @@
 
 namespace corvanemarkup::Internal {
 
-/// Appends a value as it stands between its quotes.
+/// Appends the raw value: `value` with each quote doubled.
 void AppendEscaped(TextView value, std::u16string& text);
 [[nodiscard]] std::uint64_t EscapedLength(TextView value);
 
-[[nodiscard]] std::uint64_t WrittenLength(TextView name, TextView value);
-void AppendWritten(TextView name, TextView value, std::u16string& text);
+[[nodiscard]] std::uint64_t CanonicalLength(TextView name, TextView value);
+void AppendCanonical(TextView name, TextView value, std::u16string& text);
 
-/// Throws `std::length_error` if a text of `length` code units is longer than one may be.
+/// Throws `std::length_error` if `length` code units are more than `INT_MAX`.
 void CheckTextLength(std::uint64_t length);
 
-/// An empty text with room for `length` code units, which `CheckTextLength` accepts.
+/// Returns an empty text with a capacity of `length` code units. Throws like `CheckTextLength`.
 [[nodiscard]] std::u16string TextWithRoomFor(std::uint64_t length);
 
 } // namespace corvanemarkup::Internal

@@ -1,25 +1,27 @@
 #pragma once
 
+/// A cache of element contents for `FindCharRangesOfKnownMarkupElements`.
+
 #include <corvanemarkup/internal/MarkupScanner.h>
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
-/// The contents of the elements found last, for a walk whose offsets never fall and which meets an element
-/// that is refused over and over.
+/// Caches the contents of the last six elements, for a walk whose offsets never decrease and which finds a
+/// rejected element repeatedly.
 ///
-/// While the walk stands in front of such an element, what it meets by turns depends on two things alone: the
-/// state in which a scan comes by the element's `<` (outside, in a sheet element, between quotes; a plain
-/// element restarts there, and so makes no state of its own), and whether it reads a run of delimiters from
-/// an even or an odd place. That makes six different elements at most, so that six are remembered: none is
-/// copied again as long as the walk can meet it.
+/// While the walk is before the `<` of such an element, which element a scan finds depends only on two
+/// things: its state at that `<` (outside, in a sheet element, or inside quotes; a plain element is
+/// interrupted there, and isn't a state of its own), and whether it reads a run of delimiters from an even or
+/// an odd position. These are at most six different elements: none is copied twice while the walk can find it
+/// again.
 class RecentContents
 {
 public:
     explicit RecentContents(TextView text) : m_text(text) {}
 
-    /// The content of an element; an empty string if there is none. A caller that takes the string doesn't
-    /// ask for this element again.
+    /// Returns the content of an element; an empty string if there is none. A caller may move from the string
+    /// if it never asks for that element again.
     TString& ContentOf(ElementBounds element);
 
 private:

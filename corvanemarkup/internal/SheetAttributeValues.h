@@ -1,5 +1,7 @@
 #pragma once
 
+/// The raw values of the attributes of a sheet element.
+
 #include <corvanemarkup/SheetMarkupFormat.h>
 #include <corvanemarkup/internal/TextView.h>
 
@@ -7,8 +9,7 @@
 
 namespace corvanemarkup::Internal {
 
-/// The values of a sheet element's attributes as they stand in the text, with doubled quotes. That of an
-/// attribute that isn't there has no data, unlike one that is empty.
+/// Maps each attribute to its raw value. The view of a missing attribute has no data, unlike an empty value.
 class SheetAttributeValues
 {
 public:
@@ -25,7 +26,7 @@ public:
         return m_values[static_cast<std::size_t>(attribute)];
     }
 
-    /// False only if no value holds a quote, so that each means what stands there.
+    /// False only if no value contains a quote: each raw value equals its unescaped value then.
     bool MayHoldQuotes = false;
 
 private:

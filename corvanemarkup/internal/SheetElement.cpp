@@ -1,4 +1,5 @@
 #include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/CanonicalForm.h>
 #include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/MarkupScanner.h>
 #include <corvanemarkup/internal/SheetElement.h>
@@ -6,7 +7,6 @@
 #include <corvanemarkup/internal/SheetSearch.h>
 #include <corvanemarkup/internal/SheetSize.h>
 #include <corvanemarkup/internal/TokenReader.h>
-#include <corvanemarkup/internal/WrittenForm.h>
 
 namespace corvanemarkup::Internal {
 
@@ -19,8 +19,8 @@ int NumberOr(const SheetAttributeValues& values, SheetMarkupAttribute attribute,
     return values.Has(attribute) ? ReadSheetLength(values[attribute]) : defaultNumber;
 }
 
-/// Whether an element with these attributes, none of which occurs twice, is valid as
-/// `VizInTooltipProperties::IsValid` judges.
+/// Returns whether an element with these attributes, none of which occurs twice, is valid as
+/// `VizInTooltipProperties::IsValid` defines it.
 bool AreValid(const SheetAttributeValues& values)
 {
     const TSize size(NumberOr(values, SheetMarkupAttribute::MaxWidth, VizInTooltip::DefaultMaxSize.width),
@@ -48,17 +48,17 @@ bool ReadSheetElement(TextView content, SheetElement& element)
         const auto allowed = FindAllowedAttribute(attribute->Name);
         if (!allowed || element.Values.Has(*allowed))
             return false;
-        element.Values[*allowed] = attribute->EscapedValue;
+        element.Values[*allowed] = attribute->RawValue;
     }
     return !reader.Failed() && AreValid(element.Values);
 }
 
 bool SheetElementWalk::Next(SheetElement& element)
 {
-    // A valid sheet element is always found in a state in which quotes protect, since its first attribute is
-    // one that the look-ahead asks for. And a plain element never changes where such a state begins: quotes
-    // mean nothing in it, and it restarts at each `<` that isn't escaped. So whether a plain element is open
-    // needn't be known, nor where it ends.
+    // Plain elements can be skipped without finding their ends. Quotes always protect brackets in a valid
+    // sheet element, since the look-ahead recognizes its first attribute. And a plain element doesn't affect
+    // where such an element starts: quotes have no meaning in it, and any `<` that isn't escaped interrupts
+    // it.
     for (;;) {
         const std::size_t start = FindSheetStart(m_text, m_position);
         if (start == NotFound)
@@ -70,12 +70,12 @@ bool SheetElementWalk::Next(SheetElement& element)
     }
 }
 
-/// Whether the `<` at `start`, with the element name after it, starts a valid sheet element. Moves to where
-/// the walk goes on. The fast way comes first; here is where the general way takes over.
+/// Returns whether a valid sheet element starts at the `<` at `start`, which the element's name follows.
+/// Advances the walk. Tries the fast path first; this is the only place that falls back to the general path.
 bool SheetElementWalk::ReadElementAt(std::size_t start, SheetElement& element)
 {
     const std::size_t afterName = start + 1 + VizInTooltip::Impl::SheetMarkupElementLiteral.size();
-    const std::size_t end = ReadWrittenElement(m_text, afterName, element.Values);
+    const std::size_t end = ReadCanonicalElement(m_text, afterName, element.Values);
     if (end != NotFound) {
         m_position = end + 1;
         element.Content = TextView(m_text.data() + start + 1, end - start - 1);

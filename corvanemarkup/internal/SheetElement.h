@@ -1,7 +1,7 @@
 #pragma once
 
-/// The valid sheet elements of a text, on views of it. What `VizInTooltipProperties` tells of them, in a form
-/// that costs no allocation.
+/// Reads the valid sheet elements of a text as views: the queries of `VizInTooltipProperties`, without
+/// allocations.
 
 #include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/SheetAttributeValues.h>
@@ -9,7 +9,6 @@
 
 namespace corvanemarkup::Internal {
 
-/// A valid sheet element.
 struct SheetElement
 {
     using Attribute = VizInTooltip::Impl::SheetMarkupAttribute;
@@ -17,24 +16,24 @@ struct SheetElement
     TextView Content;
     SheetAttributeValues Values;
 
-    [[nodiscard]] TextView EscapedName() const { return Values[Attribute::Name]; }
-    [[nodiscard]] TString Name() const { return Unescape(EscapedName(), Values.MayHoldQuotes); }
+    [[nodiscard]] TextView RawName() const { return Values[Attribute::Name]; }
+    [[nodiscard]] TString Name() const { return Unescape(RawName(), Values.MayHoldQuotes); }
     [[nodiscard]] bool HasFilter() const { return Values.Has(Attribute::Filter); }
-    [[nodiscard]] TextView EscapedFilter() const { return Values[Attribute::Filter]; }
+    [[nodiscard]] TextView RawFilter() const { return Values[Attribute::Filter]; }
 };
 
-/// Whether `content` is a valid sheet element. Sets `element` to it then. The general way: reads any content,
-/// token by token.
+/// Returns whether `content` is a valid sheet element, and sets `element` to it; `element` is unspecified
+/// otherwise. This is the general path: it reads any content, token by token.
 [[nodiscard]] bool ReadSheetElement(TextView content, SheetElement& element);
 
-/// Walks over the valid sheet elements of a tooltip, in text order: those of the elements that a walk over
-/// all of them, from the end of each to the next, comes by.
+/// Walks over the valid sheet elements of a tooltip in text order: those among the elements that
+/// `CollectMarkupElements` finds.
 class SheetElementWalk
 {
 public:
     explicit SheetElementWalk(TextView tooltipText) : m_text(tooltipText) {}
 
-    /// Sets `element` to the next valid sheet element; false at the end.
+    /// Sets `element` to the next valid sheet element; returns false at the end.
     bool Next(SheetElement& element);
 
 private:

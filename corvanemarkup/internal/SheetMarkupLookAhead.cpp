@@ -28,12 +28,24 @@ boost::optional<SheetMarkupAttribute> FindAllowedAttribute(TextView name)
     return boost::none;
 }
 
+bool IsCalledSheet(TextView content)
+{
+    // Element names fold ASCII letters only. Attribute names follow the platform's rule instead.
+    const auto fold = [](char16_t unit) {
+        return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
+    };
+    const auto isSame = [fold](char16_t left, char16_t right) { return fold(left) == fold(right); };
+    const TextView name = SheetMarkupElementLiteral;
+    return content.size() >= name.size() && std::equal(name.begin(), name.end(), content.begin(), isSame) &&
+           (content.size() == name.size() || IsWhiteSpace(content[name.size()]));
+}
+
 bool StartsSheetElement(TextView text, std::size_t offset)
 {
     if (offset >= text.size() || !HasElementNameAt(text, offset))
         return false;
 
-    // The first attribute name is the rest of the text, trimmed, up to its first `=`. So a name ends at the
+    // The attribute's name is the rest of the text, trimmed, up to the first `=`. It therefore ends at the
     // `=`, or at white space that nothing else follows.
     const std::size_t start = SkipWhiteSpace(text, offset + SheetMarkupElementLiteral.size() + 1);
     std::size_t end = start;

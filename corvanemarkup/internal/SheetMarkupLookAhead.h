@@ -1,6 +1,6 @@
 #pragma once
 
-/// Telling a sheet element by how it starts.
+/// Recognizes sheet elements and their attributes.
 
 #include <corvanemarkup/SheetMarkupFormat.h>
 #include <corvanemarkup/internal/TextView.h>
@@ -9,19 +9,23 @@
 
 namespace corvanemarkup::Internal {
 
-/// Which attribute of a sheet element has that name; none if the name isn't allowed there.
+/// Returns the attribute of a sheet element with that name; none if there is no such attribute.
 [[nodiscard]] boost::optional<VizInTooltip::Impl::SheetMarkupAttribute> FindAllowedAttribute(TextView name);
 
-/// Whether the name of a sheet element stands at `offset`, with a space after it.
+/// Returns whether the name of a sheet element and a space are at `offset`, which must be at most the length
+/// of the text.
 [[nodiscard]] inline bool HasElementNameAt(TextView text, std::size_t offset)
 {
     const TextView name = VizInTooltip::Impl::SheetMarkupElementLiteral;
-    return StandsAt(text, offset, name) && StandsAt(text, offset + name.size(), u" ");
+    return MatchesAt(text, offset, name) && MatchesAt(text, offset + name.size(), u" ");
 }
 
-/// `IsSheetMarkupText` on a view: whether what follows a `<` makes quotes protect brackets. Reads the element
-/// name, a run of white space, and at most the length of the longest attribute name, or white space to the
-/// end of the text.
+/// Returns whether an element with that content is called Sheet, as `ElementKind` defines it.
+[[nodiscard]] bool IsCalledSheet(TextView content);
+
+/// Implements `IsSheetMarkupText` on a view: returns whether the text after a `<` makes quotes protect
+/// brackets. Reads only the element's name, a run of white space, and a text as long as the longest attribute
+/// name, or white space up to the end of the text.
 [[nodiscard]] bool StartsSheetElement(TextView text, std::size_t offset);
 
 } // namespace corvanemarkup::Internal

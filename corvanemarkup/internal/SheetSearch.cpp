@@ -14,10 +14,10 @@ static_assert(SheetStart.substr(1, SheetStart.size() - 2) == VizInTooltip::Impl:
 
 #if defined(CORVANEMARKUP_SSE2_BLOCKS)
 
-// Wherever seven units stand, four of them are taken together.
+// Any seven successive units contain an aligned group of four.
 static_assert(SheetStart.size() == 7);
 
-/// Which unit of the seven `unit` is, if it is one of the first four.
+/// Returns the position of `unit` in `SheetStart` if it is one of the first four, which differ.
 constexpr std::size_t PlaceInSheetStart(char16_t unit)
 {
     std::size_t place = 0;
@@ -29,9 +29,10 @@ constexpr std::size_t PlaceInSheetStart(char16_t unit)
 static_assert(PlaceInSheetStart(SheetStart[0]) == 0 && PlaceInSheetStart(SheetStart[1]) == 1 &&
               PlaceInSheetStart(SheetStart[2]) == 2 && PlaceInSheetStart(SheetStart[3]) == 3);
 
-/// The last block may overlap the one before it, and take other fours together. It misses nothing: what
-/// begins at most three units in front of the units not yet looked at has four of its own in either.
-/// REQUIRES: `text` has `Fours::Length` units at least.
+/// Finds aligned groups of four units that are part of a start, then compares the whole start. The last block
+/// may overlap the previous one, with groups at other offsets. It misses nothing: a start that begins at most
+/// three units before the units not yet searched contains a group of either alignment. REQUIRES: `text` has
+/// at least `Fours::Length` units.
 template <typename Fours>
 [[gnu::always_inline]] inline std::size_t FindByFours(TextView text, std::size_t from)
 {
@@ -43,7 +44,7 @@ template <typename Fours>
             const std::size_t firstBit = LowestBit(mask);
             const std::size_t four = block + firstBit;
             const std::size_t before = PlaceInSheetStart(text[four]);
-            if (four >= from + before && StandsAt(text, four - before, SheetStart))
+            if (four >= from + before && MatchesAt(text, four - before, SheetStart))
                 return four - before;
             mask &= ~(std::uint64_t(0xF) << firstBit);
         }
@@ -76,7 +77,7 @@ std::size_t FindSheetStart(TextView text, std::size_t from)
 #endif
     for (from = FindFirstOf<SheetStart[0]>(text, from); from != NotFound;
          from = FindFirstOf<SheetStart[0]>(text, from + 1))
-        if (StandsAt(text, from, SheetStart))
+        if (MatchesAt(text, from, SheetStart))
             return from;
     return NotFound;
 }

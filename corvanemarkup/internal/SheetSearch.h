@@ -1,13 +1,13 @@
 #pragma once
 
-/// Searching a text for sheet elements by what each of them starts with.
+/// Searches a text for starts of sheet elements.
 
 #include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
-/// The first position at or after `from` where a `<` stands, the name of a sheet element after it and a space
-/// after that; or `NotFound`.
+/// Returns the first position at or after `from` of a `<` that is followed by the name of a sheet element and
+/// a space; or `NotFound`. The `<` may be escaped.
 [[nodiscard]] std::size_t FindSheetStart(TextView text, std::size_t from);
 
 } // namespace corvanemarkup::Internal

@@ -1,24 +1,26 @@
 #pragma once
 
+/// Reads and validates the size of a sheet.
+
 #include <corvanemarkup/SheetMarkupFormat.h>
 #include <corvanemarkup/internal/AttributeReader.h>
-#include <corvanemarkup/internal/WrittenForm.h>
+#include <corvanemarkup/internal/CanonicalForm.h>
 
 namespace corvanemarkup::Internal {
 
-/// Whether a sheet may be as large as that at most.
+/// Returns whether `maxwidth` and `maxheight` may have these values.
 [[nodiscard]] constexpr bool IsValidSheetSize(TSize size)
 {
     return size.width >= 1 && size.width <= VizInTooltip::LargestMaxSize.width && size.height >= 1 &&
            size.height <= VizInTooltip::LargestMaxSize.height;
 }
 
-/// The number that the value of a `maxwidth` or `maxheight` stands for. The value must stand after its name
-/// in a text, as `ReadWrittenNumber` asks. That is the fast way; here is where the general way takes over.
-[[nodiscard]] inline int ReadSheetLength(TextView escapedValue)
+/// Returns the number in the value of a `maxwidth` or `maxheight`; 0 if it isn't a number. Tries the fast
+/// path, whose requirement on `rawValue` must hold, and falls back to the general path.
+[[nodiscard]] inline int ReadSheetLength(TextView rawValue)
 {
     int number = 0;
-    return ReadWrittenNumber(escapedValue, number) ? number : Unescape(escapedValue).toInt(nullptr, 10);
+    return ReadCanonicalNumber(rawValue, number) ? number : Unescape(rawValue).toInt(nullptr, 10);
 }
 
 } // namespace corvanemarkup::Internal

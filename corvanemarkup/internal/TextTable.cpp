@@ -7,10 +7,11 @@ namespace corvanemarkup::Internal {
 
 namespace {
 
+constexpr std::uint64_t OddBits = 0x9E3779B97F4A7C15; // 2^64 divided by the golden ratio
+
 inline std::uint64_t Mixed(std::uint64_t hash, std::uint64_t word)
 {
-    constexpr std::uint64_t oddBits = 0x9E3779B97F4A7C15; // the golden ratio's
-    hash = (hash ^ word) * oddBits;
+    hash = (hash ^ word) * OddBits;
     return hash ^ (hash >> 32);
 }
 
@@ -26,18 +27,20 @@ std::uint32_t HashOf(TextView text)
             hash = Mixed(hash, WordAt(units));
         hash = Mixed(hash, WordAt(lastWord));
     }
-    return static_cast<std::uint32_t>(hash);
+    // The last unit of a text affects only the highest bits. Names that differ in a trailing number differ
+    // only there, but the lowest bits of the result select the slot.
+    return static_cast<std::uint32_t>(hash * OddBits >> 32);
 }
 
 } // namespace
 
-/// Finds the numbers of the texts that it has been told of.
+/// Maps texts to their numbers.
 class TextTable::Index
 {
 public:
     explicit Index(const FewOrMany<TextView>& texts) : m_texts(texts) { Rebuild(64); }
 
-    /// The number of the text, `newNumber` if it is new.
+    /// Returns the number of the text, which is `newNumber` if the text is new.
     std::size_t Add(TextView text, std::size_t newNumber)
     {
         if (2 * (newNumber + 1) > m_slots.size())
@@ -49,7 +52,7 @@ private:
     struct Slot
     {
         std::uint32_t Hash;
-        std::uint32_t NumberPlusOne; ///< 0 in an empty slot; fewer texts than that fit into a `TString`
+        std::uint32_t NumberPlusOne; ///< 0 if empty; fits, as the texts are parts of one `TString`
     };
 
     std::size_t Add(TextView text, std::uint32_t hash, std::size_t newNumber)
@@ -76,8 +79,8 @@ private:
     }
 
     const FewOrMany<TextView>& m_texts;
-    std::vector<Slot> m_slots;                 ///< a power of two, at least half of them empty
-    std::map<TextView, std::size_t> m_crowded; ///< what found all slots taken that it may have
+    std::vector<Slot> m_slots;                 ///< the size is a power of two; at least half are empty
+    std::map<TextView, std::size_t> m_crowded; ///< texts that exceeded the number of probes
 };
 
 void TextTable::IndexDeleter::operator()(Index* index) const

@@ -1,5 +1,7 @@
 #pragma once
 
+/// A set of texts with an index for each.
+
 #include <corvanemarkup/internal/FewOrMany.h>
 #include <corvanemarkup/internal/TextView.h>
 
@@ -7,15 +9,15 @@
 
 namespace corvanemarkup::Internal {
 
-/// Numbers different texts as they come, from 0 on. The texts are viewed, not copied.
+/// Numbers distinct texts in the order of their insertion, from 0. The texts are viewed, not copied.
 ///
-/// A few texts are compared one by one. More of them are found by hash, and, since anyone may choose texts of
-/// equal hashes, those that crowd in one place are found by their order: adding n texts never takes more than
-/// their lengths times log n.
+/// A few texts are searched linearly, more of them by hash. Since untrusted input may contain many texts of
+/// equal hashes, those that exceed a number of probes go into an ordered map: adding n texts takes at most
+/// their total length times log n.
 class TextTable
 {
 public:
-    /// The number of the text: `Count()` as it was before, if the text is new.
+    /// Returns the number of the text. If the text is new, this is the previous `Count()`.
     std::size_t Add(TextView text)
     {
         if (m_index)
@@ -42,7 +44,7 @@ private:
     std::size_t AddByHash(TextView text);
 
     FewOrMany<TextView> m_texts;
-    std::unique_ptr<Index, IndexDeleter> m_index; ///< none as long as the texts are few
+    std::unique_ptr<Index, IndexDeleter> m_index; ///< null while there are few texts
 };
 
 } // namespace corvanemarkup::Internal

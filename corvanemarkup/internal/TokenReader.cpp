@@ -34,8 +34,8 @@ bool TokenReader::Next(TokenView& token)
     return true;
 }
 
-/// Where the attribute ends: after the closing quote, or at the space or the end of the text that comes
-/// before any quote. `NotFound` if the quotes are not closed.
+/// Returns the end of the attribute: after its closing quote or, if there is no quote before it, at the next
+/// space or the end of the text. `NotFound` if the quotes are unterminated.
 std::size_t TokenReader::FindEndOfAttribute() const
 {
     const std::size_t end = FindFirstOf<u' ', u'"'>(m_text, m_position);

@@ -1,6 +1,6 @@
 #pragma once
 
-/// Reading the tokens of an element's content on views of it.
+/// Reads the tokens of an element's content as views.
 
 #include <corvanemarkup/TokenKind.h>
 #include <corvanemarkup/internal/TextView.h>
@@ -15,19 +15,19 @@ struct TokenView
     TextView Text;
 };
 
-/// Reads the tokens one after the other, in time linear in the content, and copies nothing.
+/// Reads tokens one by one. All calls together take time linear in the content.
 class TokenReader
 {
 public:
     explicit TokenReader(TextView text);
 
-    /// Sets `token` to the next token; false at the end of the text, and at a failure.
+    /// Sets `token` to the next token; returns false at the end of the text and on failure.
     bool Next(TokenView& token);
-    /// Whether the text doesn't tokenize. Certain only when `Next` has returned false.
+    /// Returns whether the text can't be tokenized. Final only after `Next` has returned false.
     [[nodiscard]] bool Failed() const { return m_failed; }
-    /// The attribute whose quotes are open, up to the end of the text, once `Next` has failed at it;
-    /// otherwise empty.
-    [[nodiscard]] TextView OpenAttribute() const
+    /// Returns the attribute with unterminated quotes, up to the end of the text, once `Next` has failed at
+    /// it; otherwise an empty text.
+    [[nodiscard]] TextView UnterminatedAttribute() const
     {
         return m_failed && m_nameRead ? m_text.substr(m_position) : TextView();
     }
@@ -42,7 +42,7 @@ private:
     bool m_failed;
 };
 
-/// `TokenizeResult` on a view of the text.
+/// `TokenizeResult` as views.
 struct TokenViews
 {
     bool Success;

@@ -1,8 +1,8 @@
 #pragma once
 
-/// Comparing several code units at once. The only place that uses vector instructions: those of SSE2,
-/// which each x86-64 machine has, of AVX2, which most of them have, and of NEON, which each 64-bit Arm has.
-/// Any other machine has words of 64 bits.
+/// Compares several code units at once. The only place that uses vector instructions: SSE2, which every
+/// x86-64 processor has; AVX2, which most of them have; and NEON, which every 64-bit Arm processor has.
+/// Otherwise uses words of 64 bits.
 
 #include <cstddef>
 #include <cstdint>
@@ -11,7 +11,7 @@
 #elif defined(__SSE2__)
 #define CORVANEMARKUP_SSE2_BLOCKS
 #include <emmintrin.h>
-// Emscripten has SSE2, but no AVX2. On Windows, GCC may put vectors where AVX2 can't have them on the stack.
+// Emscripten has SSE2, but no AVX2. On Windows, GCC may misalign AVX2 vectors on the stack.
 #if defined(__x86_64__) || defined(__i386__)
 #if defined(__GNUC__) && !defined(_WIN32) && !defined(__CYGWIN__) && !defined(CORVANEMARKUP_NO_AVX2)
 #define CORVANEMARKUP_AVX2_BLOCKS
@@ -25,9 +25,9 @@
 
 namespace corvanemarkup::Internal {
 
-// A `UnitBlock` is made of the `Length` code units from a pointer on. `MaskOf` tells which of them are a
-// character, which must be ASCII and not U+0000: by one bit for each unit, `BitsPerUnit` apart, the lowest
-// for the first. `LastUnit` is the bit of the last.
+// A `UnitBlock` holds the `Length` code units from a pointer. `MaskOf` returns which of them equal a
+// character, which must be ASCII and not U+0000: one bit for each unit, `BitsPerUnit` apart, the lowest for
+// the first.
 
 #if defined(CORVANEMARKUP_SSE2_BLOCKS)
 
@@ -37,7 +37,6 @@ public:
     using Mask = std::uint32_t;
     static constexpr std::size_t Length = 16;
     static constexpr std::size_t BitsPerUnit = 1;
-    static constexpr Mask LastUnit = 0x8000;
 
     explicit UnitBlock(const char16_t* units)
     {
@@ -52,7 +51,7 @@ public:
     }
 
 private:
-    /// The units as bytes: those beyond a byte become 255 or 0, and so none of the characters asked for.
+    /// The units as bytes. Those that don't fit saturate to 255 or 0, which `MaskOf` never searches for.
     __m128i m_bytes;
 };
 
@@ -64,7 +63,6 @@ public:
     using Mask = std::uint64_t;
     static constexpr std::size_t Length = 16;
     static constexpr std::size_t BitsPerUnit = 4;
-    static constexpr Mask LastUnit = 0x1000000000000000;
 
     explicit UnitBlock(const char16_t* units)
     {
@@ -75,13 +73,13 @@ public:
     [[nodiscard]] Mask MaskOf(char16_t unit) const
     {
         const uint8x16_t equal = vceqq_u8(m_bytes, vdupq_n_u8(static_cast<std::uint8_t>(unit)));
-        // No instruction gives one bit of each byte, but a shift that narrows leaves four.
+        // No instruction extracts one bit of each byte, but a narrowing shift leaves four.
         const uint8x8_t narrowed = vshrn_n_u16(vreinterpretq_u16_u8(equal), 4);
         return vget_lane_u64(vreinterpret_u64_u8(narrowed), 0) & 0x1111111111111111;
     }
 
 private:
-    uint8x16_t m_bytes; ///< the units as bytes; those beyond a byte become 255
+    uint8x16_t m_bytes; ///< the units as bytes; those that don't fit saturate to 255
 };
 
 #else
@@ -92,12 +90,10 @@ public:
     using Mask = std::uint64_t;
     static constexpr std::size_t Length = 4;
     static constexpr std::size_t BitsPerUnit = 16;
-    static constexpr Mask LastUnit = 0x8000000000000000;
 
     explicit UnitBlock(const char16_t* units)
     {
-        // The first unit is the lowest, whatever the byte order; compilers make one load of it where they
-        // can.
+        // The first unit is the lowest, whatever the byte order. Compiles to a single load where possible.
         const std::uint64_t word = std::uint64_t(units[0]) | std::uint64_t(units[1]) << 16 |
                                    std::uint64_t(units[2]) << 32 | std::uint64_t(units[3]) << 48;
         m_lowBits = word & LowBits;
@@ -106,8 +102,8 @@ public:
 
     [[nodiscard]] Mask MaskOf(char16_t unit) const
     {
-        // Where a low bit differs, the sum has the highest bit of the unit. Where that bit differs, it is set
-        // in the unit, since no character asked for has it.
+        // If any low bit differs, the sum has the highest bit of the unit set. If the highest bit differs, it
+        // is set in the unit, since ASCII characters don't have it.
         const std::uint64_t difference = m_lowBits ^ (unit * OfEachUnit);
         return ~(difference + LowBits) & m_noHighBit;
     }
@@ -124,7 +120,7 @@ private:
 
 using UnitMask = UnitBlock::Mask;
 
-/// The position of the lowest bit of a mask that isn't 0.
+/// Returns the position of the lowest bit of a mask that isn't 0.
 [[nodiscard]] inline std::size_t LowestBit(std::uint64_t mask)
 {
 #if defined(__GNUC__)
@@ -137,19 +133,20 @@ using UnitMask = UnitBlock::Mask;
 #endif
 }
 
-/// The place in its block of the first unit of a mask that isn't 0.
+/// Returns the index in its block of the first unit of a mask that isn't 0.
 [[nodiscard]] inline std::size_t FirstIn(UnitMask mask)
 {
     return LowestBit(mask) / UnitBlock::BitsPerUnit;
 }
 
-/// The mask without its first `count` units, fewer than a block has, so that the next one is the first.
+/// Returns the mask without its first `count` units, which must be fewer than `UnitBlock::Length`. The next
+/// one becomes the first.
 [[nodiscard]] inline UnitMask After(UnitMask mask, std::size_t count)
 {
     return mask >> (count * UnitBlock::BitsPerUnit);
 }
 
-/// 64 code units. Its masks have one bit for each.
+/// 64 code units, with one bit for each in a mask.
 class WideUnitBlock
 {
 public:
@@ -177,11 +174,11 @@ private:
 
 #if defined(CORVANEMARKUP_SSE2_BLOCKS)
 
-// `Sse2Fours` and `Avx2Fours` take 64 code units by fours: the first to the fourth, the fifth to the eighth,
-// and so on. `MaskOf` tells which of these are four successive ones of the seven units at `sought`, which
-// must be ASCII and not U+0000: by four bits for each, the lowest for the first.
+// `Sse2Fours` and `Avx2Fours` split 64 code units into 16 aligned groups of four. `MaskOf` returns which
+// groups equal four successive units of the seven at `sought`, which must be ASCII and not U+0000: four bits
+// for each group, the lowest for the first.
 
-/// The four code units at `units` as bytes of a number, the first in the lowest bits.
+/// Returns four code units as the bytes of a number, the first in the lowest bits.
 constexpr int FourBytesOf(const char16_t* units)
 {
     return units[0] | units[1] << 8 | units[2] << 16 | units[3] << 24;
@@ -219,7 +216,7 @@ struct Avx2Fours
 {
     static constexpr std::size_t Length = 64;
 
-    /// Whether the processor has AVX2. It may say no as long as the program is being loaded.
+    /// Returns whether the processor has AVX2. May return false while the program is being loaded.
     [[nodiscard]] static bool Exist() { return __builtin_cpu_supports("avx2"); }
 
     /// REQUIRES: `Exist()`.
@@ -241,7 +238,7 @@ struct Avx2Fours
             return 0;
         std::uint64_t mask = 0;
         for (std::size_t i = 0; i < 2; ++i) {
-            // Packing has left the quarters of the 32 units in the order 0, 2, 1, 3.
+            // Packing leaves the quarters of the 32 units in the order 0, 2, 1, 3.
             const __m256i inOrder = _mm256_permute4x64_epi64(matches[i], 0b11'01'10'00);
             mask |= std::uint64_t(static_cast<std::uint32_t>(_mm256_movemask_epi8(inOrder))) << (32 * i);
         }

@@ -17,7 +17,7 @@ QString QuotesDoubled(QString text)
     return text.replace(u'"', QStringLiteral("\"\""));
 }
 
-/// What goes on from the text between `Start` and the cursor.
+/// The completions of the text between `Start` and the cursor.
 struct Completions
 {
     const TString& Tooltip;
@@ -25,14 +25,14 @@ struct Completions
     int Start;
     std::vector<Completion> Found;
 
-    [[nodiscard]] QString Begun() const { return ToQString(Piece(Tooltip, {Start, Cursor})); }
-    /// The first position from the cursor on that holds one of the units, or the end of the text.
+    [[nodiscard]] QString Begun() const { return ToQString(TextIn(Tooltip, {Start, Cursor})); }
+    /// Returns the first position at or after the cursor that holds one of the units, or the end of the text.
     [[nodiscard]] int EndAt(const char16_t* units) const
     {
         const int found = Tooltip.findOneOf(TString(units, -1), Cursor);
         return found < 0 ? Tooltip.length() : found;
     }
-    /// `text` takes the place of all up to `end`.
+    /// Adds `text` as a replacement of everything from `Start` to `end`.
     void Add(const QString& shown, const QString& text, int end)
     {
         if (shown.startsWith(Begun(), Qt::CaseInsensitive))
@@ -42,9 +42,9 @@ struct Completions
 
 void AddElements(Completions& at, const KnownNames& known)
 {
-    // A field that is there already is replaced whole.
+    // Replaces a whole field that the cursor is in.
     const int end = at.EndAt(u"<>\n");
-    const bool isThere = known.Fields.contains(ToQString(Piece(at.Tooltip, {at.Start + 1, end})));
+    const bool isThere = known.Fields.contains(ToQString(TextIn(at.Tooltip, {at.Start + 1, end})));
     QStringList elements;
     for (const QString& field : known.Fields)
         elements.append(u'<' + field + u'>');
@@ -90,7 +90,7 @@ void AddFields(Completions& at, const QStringList& fields, const Attributes& att
             if (attribute.NameAndValue && (range.end <= at.Start || range.start >= end))
                 others.append(ToQString(field));
     if (others.contains(AllFields))
-        return; // it stands alone
+        return;
     const QString front(at.Tooltip[at.Start - 1] == u'>' ? 1 : 0, u',');
     const QString back(at.Tooltip[end] == u'<' ? 1 : 0, u',');
     for (const QString& field : others.empty() ? fields + QStringList(AllFields) : fields)
@@ -102,13 +102,13 @@ void AddFields(Completions& at, const QStringList& fields, const Attributes& att
 
 std::vector<Completion> FindCompletions(const TString& tooltip, int cursor, const KnownNames& known)
 {
-    // What stands after the cursor may belong to what is begun, or not. So it plays no part here.
+    // Text after the cursor may or may not belong to the element that is being typed, hence is ignored.
     const TString before = tooltip.left(cursor);
     Completions at{tooltip, cursor, cursor, {}};
     const auto elements = FindElementRanges(before);
     const bool isOutside = elements.empty() || elements.back().End == ElementEnd::Bracket;
     const TString sheet = Impl::SheetMarkupElementName + u' ';
-    if (isOutside || Piece(before, elements.back().Content).left(sheet.length()) != sheet) {
+    if (isOutside || TextIn(before, elements.back().Content).left(sheet.length()) != sheet) {
         at.Start = isOutside ? cursor : static_cast<int>(elements.back().Element.start);
         AddElements(at, known);
         return at.Found;
@@ -121,7 +121,7 @@ std::vector<Completion> FindCompletions(const TString& tooltip, int cursor, cons
         return at.Found;
     }
     const AttributeRanges& begun = attributes.back();
-    const AttributeName name(Piece(before, begun.Name));
+    const AttributeName name(TextIn(before, begun.Name));
     const bool isValue = begun.Value.start == begun.Name.end + 2; // after = and a quote
     at.Start = static_cast<int>(isValue ? begun.Value.start : begun.Attribute.start);
     if (begun.Name.end == begun.Attribute.end)

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What can stand at an editor's cursor.
+/// Completions at an editor's cursor.
 
 #include "TooltipMarkup.h"
 
@@ -10,10 +10,10 @@
 
 namespace editor {
 
-/// The field that stands alone in a filter.
+/// The exclusive field: a filter with it has no other.
 const QString AllFields = QStringLiteral("All");
 
-/// What the tooltip or its host knows; the fields without the one that stands alone.
+/// The names that the tooltip or its host defines. `Fields` does not contain `AllFields`.
 struct KnownNames
 {
     QStringList Fields;
@@ -23,12 +23,12 @@ struct KnownNames
 struct Completion
 {
     QString Shown;
-    TextEdit Edit; ///< replaces what was begun
+    TextEdit Edit; ///< replaces the text to complete
 };
 
-/// All that goes on from what stands in front of the cursor: fields in a filter, sheets in a `name`, names of
-/// attributes elsewhere in a sheet element, and fields and sheets as elements in other text. Takes time
-/// linear in the tooltip.
+/// Returns the completions of the text before the cursor: fields in a filter, sheets in a `name`, attributes
+/// elsewhere in a sheet element, and fields and sheets as elements in other text. Takes time linear in the
+/// tooltip.
 [[nodiscard]] std::vector<Completion> FindCompletions(const TString& tooltip, int cursor,
                                                       const KnownNames& known);
 

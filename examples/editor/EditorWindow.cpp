@@ -7,6 +7,7 @@
 #include <corvanemarkup/Version.h>
 #include <corvanemarkup/VizInTooltip.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace editor {
@@ -14,17 +15,17 @@ namespace editor {
 EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNames))
 {
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
-    m_edit->setMinimumSize(330, 80); // in a narrow window, the lists give way
+    m_edit->setMinimumSize(330, 80); // a narrow window shrinks the docks instead
     m_searched->setPlaceholderText(tr("Find: Enter, F3, Shift+F3"));
-    m_searched->setMaximumWidth(200); // beside which there is room to tell that nothing was found
+    m_searched->setMaximumWidth(200); // leaves room for messages
     m_searched->hide();
     setCentralWidget(m_edit);
     m_place->setTextFormat(Qt::PlainText);
-    m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // names may be long
+    m_place->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // for long names
     statusBar()->addWidget(m_place, 1);
     statusBar()->addPermanentWidget(m_searched);
     statusBar()->addPermanentWidget(m_position);
-    resize(QSize(1100, 720).boundedTo(screen()->availableSize() - QSize(10, 40))); // room for the frame
+    resize(QSize(1100, 720).boundedTo(screen()->availableSize() - QSize(10, 40))); // the frame
     MakeMenus();
     MakeDocks();
     restoreState(QSettings().value(QStringLiteral("docks")).toByteArray());
@@ -40,8 +41,8 @@ EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNam
     connect(m_fields, &QListWidget::itemActivated, this,
             [this] { InsertField(m_fields->currentItem()->text()); });
     connect(m_fieldName, &QLineEdit::returnPressed, this, [this] { InsertField(m_fieldName->text()); });
-    connect(m_faults, &QListWidget::itemActivated, this, [this] {
-        m_edit->GoTo(m_edit->Faults()[static_cast<std::size_t>(m_faults->currentRow())].Range.start);
+    connect(m_problems, &QListWidget::itemActivated, this, [this] {
+        m_edit->GoTo(m_edit->Diagnostics()[static_cast<std::size_t>(m_problems->currentRow())].Range.start);
     });
     SetText({}, {});
 }
@@ -79,9 +80,10 @@ void EditorWindow::MakeMenus()
     });
     edit->addAction(tr("Find &Next"), QKeySequence(tr("F3")), this, [this] { Find(true); });
     edit->addAction(tr("Find &Previous"), QKeySequence(tr("Shift+F3")), this, [this] { Find(false); });
-    edit->addAction(tr("Next F&ault"), QKeySequence(tr("F8")), this, [this] { m_edit->GoToFault(true); });
-    edit->addAction(tr("Previous Fau&lt"), QKeySequence(tr("Shift+F8")), this,
-                    [this] { m_edit->GoToFault(false); });
+    edit->addAction(tr("Next Pr&oblem"), QKeySequence(tr("F8")), this,
+                    [this] { m_edit->GoToDiagnostic(true); });
+    edit->addAction(tr("Previous Pro&blem"), QKeySequence(tr("Shift+F8")), this,
+                    [this] { m_edit->GoToDiagnostic(false); });
 
     m_view = menuBar()->addMenu(tr("&View"));
     m_view->addAction(tr("&Text"), QKeySequence(tr("Esc")), this, [this] {
@@ -105,7 +107,7 @@ void EditorWindow::MakeMenus()
 QDockWidget* EditorWindow::AddDock(const QString& title, QWidget* content, const QString& key)
 {
     auto* dock = new QDockWidget(title);
-    dock->setObjectName(title); // by which its place is remembered
+    dock->setObjectName(title); // the key of `saveState`
     dock->setWidget(content);
     content->setMinimumSize(60, 40);
     addDockWidget(Qt::RightDockWidgetArea, dock);
@@ -127,12 +129,12 @@ void EditorWindow::MakeDocks()
     m_fieldName->setPlaceholderText(tr("Another field, then Enter"));
     m_sheets->setHeaderHidden(true);
     m_sheets->setUniformRowHeights(true);
-    m_sheets->setExpandsOnDoubleClick(false); // it goes to the sheet
-    m_changes->setToolTip(tr("Sheets with other filters than when the file was opened or saved"));
-    m_faults->setUniformItemSizes(true);
+    m_sheets->setExpandsOnDoubleClick(false); // which activates the item
+    m_changes->setToolTip(tr("Sheets whose filters changed since the file was opened or saved"));
+    m_problems->setUniformItemSizes(true);
 
     m_preview->setReadOnly(true);
-    // A scroll bar that comes and goes would change the scale, and so come and go.
+    // Showing a scroll bar changes the scale, which could hide it again, and so on.
     m_preview->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     m_preview->viewport()->installEventFilter(this);
 
@@ -145,12 +147,12 @@ void EditorWindow::MakeDocks()
     tabifyDockWidget(sheetsDock, m_fieldsDock);
     QDockWidget* changesDock = AddDock(tr("Changes"), m_changes, tr("Ctrl+4"));
     tabifyDockWidget(sheetsDock, changesDock);
-    changesDock->setVisible(!isLow); // or else the names on the tabs are cut off
-    m_faultsDock = AddDock(tr("Faults"), m_faults, tr("Ctrl+5"));
-    addDockWidget(Qt::BottomDockWidgetArea, m_faultsDock);
+    changesDock->setVisible(!isLow); // or the names on the tabs would be cut off
+    m_problemsDock = AddDock(tr("Problems"), m_problems, tr("Ctrl+5"));
+    addDockWidget(Qt::BottomDockWidgetArea, m_problemsDock);
     (isLow ? m_previewDock : sheetsDock)->raise();
     resizeDocks({m_previewDock}, {width() * 2 / 5}, Qt::Horizontal);
-    resizeDocks({m_faultsDock}, {isLow ? 60 : 110}, Qt::Vertical);
+    resizeDocks({m_problemsDock}, {isLow ? 60 : 110}, Qt::Vertical);
 }
 
 bool EditorWindow::Open(const QString& path)
@@ -172,7 +174,7 @@ void EditorWindow::SetText(const QString& text, const QString& path)
     TakeAsSaved(path, text);
     if (ToQString(m_edit->Tooltip()).replace(u'\n', m_lineEnd) != text) {
         m_edit->document()->setModified();
-        Say(tr("This file has line ends of several kinds, or characters that count as line ends here. "
+        Say(tr("This file has line endings of several kinds, or other line separators. "
                "Saving makes them all the same."));
     }
 }
@@ -193,7 +195,7 @@ bool EditorWindow::Save()
     const auto onDisk = TextOnDisk();
     m_refusedText = onDisk.value_or(m_refusedText);
     if (QFileInfo::exists(m_path) && onDisk != m_textOnDisk &&
-        Say(tr("%1 was changed on disk after it was opened. Save over it all the same?").arg(m_path),
+        Say(tr("%1 was changed on disk after it was opened. Overwrite it?").arg(m_path),
             QMessageBox::Save | QMessageBox::Cancel, QMessageBox::Cancel) != QMessageBox::Save)
         return false;
     return Write(m_path);
@@ -220,7 +222,7 @@ void EditorWindow::TakeAsSaved(const QString& path, const QString& text)
     m_textOnDisk = m_refusedText = text;
     m_savedTooltip = m_edit->Tooltip();
     m_edit->document()->setModified(false);
-    setWindowModified(false); // an empty text set anew tells that it was modified, and not that it isn't
+    setWindowModified(false); // setting an empty text reports a modification, but not its end
     setWindowFilePath(path.isEmpty() ? tr("Untitled") : path);
     UpdateViews();
 }
@@ -243,7 +245,7 @@ void EditorWindow::AskAboutNewerFile()
         return;
     m_refusedText = *text;
     const int position = m_edit->textCursor().position();
-    if (Say(tr("%1 was changed on disk. Open it anew, without what was changed here?").arg(m_path),
+    if (Say(tr("%1 was changed on disk. Reload it and lose the changes made here?").arg(m_path),
             QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes &&
         Open(m_path))
         m_edit->GoTo(position);
@@ -255,7 +257,7 @@ void EditorWindow::changeEvent(QEvent* event)
     if (event->type() == QEvent::PaletteChange)
         UpdateViews();
     else if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        QTimer::singleShot(0, this, &EditorWindow::AskAboutNewerFile); // once the event is done with
+        QTimer::singleShot(0, this, &EditorWindow::AskAboutNewerFile); // after this event
 }
 
 void EditorWindow::closeEvent(QCloseEvent* event)
@@ -280,18 +282,20 @@ void EditorWindow::UpdateViews()
     for (const TString& sheet : CollectSheetsWithDeletedOrModifiedSheetMarkupFilters(m_savedTooltip, tooltip))
         m_changes->addItem(ToQString(sheet));
 
-    m_edit->FindFaults();
+    m_edit->UpdateDiagnostics();
     QStringList lines;
-    for (const MarkupFault& fault : m_edit->Faults()) {
-        const auto start = static_cast<int>(fault.Range.start);
+    for (const Diagnostic& diagnostic : m_edit->Diagnostics()) {
+        const auto start = static_cast<int>(diagnostic.Range.start);
         const QTextBlock line = m_edit->document()->findBlock(start);
         const QString place = tr("%1:%2 ").arg(line.blockNumber() + 1).arg(start - line.position() + 1);
-        lines.append(place + (fault.IsError ? tr("Error: ") : tr("Warning: ")) + SentenceOn(fault.Kind));
+        const bool isError = diagnostic.Severity == DiagnosticSeverity::Error;
+        lines.append(place + (isError ? tr("Error: ") : tr("Warning: ")) +
+                     ToQString(GetDiagnosticMessage(tooltip, diagnostic)));
     }
-    m_faults->clear();
-    m_faults->addItems(lines);
-    m_faultsDock->setWindowTitle(tr("Faults: %L1").arg(lines.size()));
-    DrawPreview(*m_preview, tooltip, m_edit->Elements(), m_edit->Faults(), m_shownFields);
+    m_problems->clear();
+    m_problems->addItems(lines);
+    m_problemsDock->setWindowTitle(tr("Problems: %L1").arg(lines.size()));
+    DrawPreview(*m_preview, tooltip, m_edit->Elements(), m_edit->Diagnostics(), m_shownFields);
     ShowPlace();
 }
 
@@ -300,7 +304,7 @@ void EditorWindow::ShowNames()
     const TString& tooltip = m_edit->Tooltip();
     auto sheets = GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText(tooltip);
     for (const TString& sheet : GetTargetSheetNamesFromTooltipText(tooltip))
-        sheets.try_emplace(sheet); // those whose filters hold no fields
+        sheets.try_emplace(sheet); // those without any fields
     if (sheets != m_shownSheets) {
         m_shownSheets = std::move(sheets);
         const QString current = CurrentSheet();
@@ -347,9 +351,10 @@ void EditorWindow::ShowPlace()
                             .arg(cursor.blockNumber() + 1)
                             .arg(cursor.positionInBlock() + 1)
                             .arg(cursor.position()));
-    const QString faults = m_edit->FaultsAt(cursor.position());
+    const QStringList messages = m_edit->MessagesAt(cursor.position());
     const QString sheet = m_edit->SheetAtSelection().simplified();
-    m_place->setText(faults.isEmpty() && !sheet.isEmpty() ? tr("Sheet \"%1\"").arg(sheet) : faults);
+    m_place->setText(messages.isEmpty() && !sheet.isEmpty() ? tr("Sheet \"%1\"").arg(sheet)
+                                                            : messages.join(QStringLiteral(" | ")));
 }
 
 void EditorWindow::Find(bool forwards)
@@ -357,10 +362,10 @@ void EditorWindow::Find(bool forwards)
     const auto direction = forwards ? QTextDocument::FindFlags() : QTextDocument::FindBackward;
     QTextDocument* document = m_edit->document();
     QTextCursor found = document->find(m_searched->text(), m_edit->textCursor(), direction);
-    if (found.isNull()) // round the end
+    if (found.isNull()) // wrap around
         found = document->find(m_searched->text(), forwards ? 0 : document->characterCount() - 1, direction);
     if (found.isNull())
-        statusBar()->showMessage(tr("\"%1\" doesn't occur.").arg(m_searched->text()), 5000);
+        statusBar()->showMessage(tr("\"%1\" was not found.").arg(m_searched->text()), 5000);
     else
         m_edit->setTextCursor(found);
 }
@@ -368,15 +373,14 @@ void EditorWindow::Find(bool forwards)
 void EditorWindow::GoToSheet()
 {
     const int position = m_edit->textCursor().position();
-    const ElementRanges* found = nullptr; // the next one, or else the first
-    for (const ElementRanges& element : m_edit->Elements()) {
-        const bool isNext = element.Element.start > position;
-        const bool isBetter = found == nullptr || (isNext && found->Element.start <= position);
-        if (isBetter && SheetOf(m_edit->Tooltip(), element) == CurrentSheet())
-            found = &element;
-    }
-    if (found != nullptr)
-        m_edit->GoTo(found->Content.start);
+    std::vector<std::int64_t> starts;
+    for (const SheetOrFieldName& name : FindSheetAndFieldNames(m_edit->Tooltip()))
+        if (name.Kind == NameKind::Sheet && name.Status == NameStatus::Reachable &&
+            ToQString(name.Name) == CurrentSheet())
+            starts.push_back(name.Range.start);
+    const auto next = std::upper_bound(starts.begin(), starts.end(), position);
+    if (!starts.empty())
+        m_edit->GoTo(next != starts.end() ? *next : starts.front());
 }
 
 void EditorWindow::GoToFields()
@@ -402,7 +406,7 @@ void EditorWindow::RenameSheet()
 {
     const QString sheet = m_sheets->hasFocus() ? CurrentSheet() : m_edit->SheetAtSelection();
     if (sheet.isEmpty()) {
-        statusBar()->showMessage(tr("Put the cursor into a valid sheet element first."), 5000);
+        statusBar()->showMessage(tr("No sheet to rename. Move the cursor into a valid sheet element."), 5000);
         return;
     }
     const QString newName = QInputDialog::getText(this, {}, tr("New name"), QLineEdit::Normal, sheet);
@@ -418,7 +422,7 @@ QMessageBox::StandardButton EditorWindow::Say(const QString& text, QMessageBox::
 {
     QMessageBox box(QMessageBox::NoIcon, {}, text, buttons, this);
     box.setDefaultButton(usual);
-    box.setTextFormat(Qt::PlainText); // a file's name may look like markup
+    box.setTextFormat(Qt::PlainText); // file names may look like markup
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 

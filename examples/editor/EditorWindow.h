@@ -8,17 +8,17 @@
 
 namespace editor {
 
-/// The tooltip, and around it what the library tells of it: a sketch, the sheets, the fields to insert, what
-/// changed, and the faults. All of these follow the text after a pause.
+/// The main window: the tooltip, with docks for a sketch, its sheets, the fields to insert, changed sheets
+/// and problems. The docks are updated when typing pauses.
 class EditorWindow : public QMainWindow
 {
     Q_OBJECT
 
 public:
-    /// `hostNames` are those of the host's data. They are offered beside those that the tooltip has.
+    /// `hostNames` come from the host's data and are offered in addition to those in the tooltip.
     explicit EditorWindow(KnownNames hostNames);
 
-    /// False if the file can't be read; the user has been told then, and the window is as it was.
+    /// Returns false if the file can't be read. The window then has shown a message, and is unchanged.
     bool Open(const QString& path);
 
 protected:
@@ -31,18 +31,18 @@ private:
     void MakeDocks();
     QDockWidget* AddDock(const QString& title, QWidget* content, const QString& key);
 
-    /// False if the user wants to keep the changes and they can't be saved, or wants to go on.
+    /// Offers to save changes. Returns false if the user cancels or saving fails.
     bool MayLoseChanges();
     bool Save();
     bool Write(const QString& path);
     void SetText(const QString& text, const QString& path);
     void TakeAsSaved(const QString& path, const QString& text);
-    [[nodiscard]] std::optional<QString> TextOnDisk() const; ///< none if it can't be read
+    [[nodiscard]] std::optional<QString> TextOnDisk() const; ///< none if unreadable
     void AskAboutNewerFile();
 
     void UpdateViews();
     void ShowNames();
-    [[nodiscard]] QString CurrentSheet() const; ///< in the list; empty if there is none
+    [[nodiscard]] QString CurrentSheet() const; ///< in the list; empty if none
     void ShowPlace();
     void Find(bool forwards);
     void GoToSheet();
@@ -56,8 +56,8 @@ private:
     KnownNames m_hostNames;
     QString m_path;
     QString m_lineEnd;
-    QString m_textOnDisk;  ///< as it was read or written last
-    QString m_refusedText; ///< a newer one, which the user didn't want to open
+    QString m_textOnDisk;  ///< as last read or written
+    QString m_refusedText; ///< a newer one that the user declined to reload
     TString m_savedTooltip;
     std::map<TString, std::set<TString>> m_shownSheets;
     QStringList m_shownFields;
@@ -70,13 +70,13 @@ private:
     QLineEdit* m_fieldName = new QLineEdit;
     QListWidget* m_fields = new QListWidget;
     QListWidget* m_changes = new QListWidget;
-    QListWidget* m_faults = new QListWidget;
+    QListWidget* m_problems = new QListWidget;
     QLabel* m_place = new QLabel;
     QLabel* m_position = new QLabel;
     QMenu* m_view = nullptr;
     QDockWidget* m_previewDock = nullptr;
     QDockWidget* m_fieldsDock = nullptr;
-    QDockWidget* m_faultsDock = nullptr;
+    QDockWidget* m_problemsDock = nullptr;
 };
 
 } // namespace editor

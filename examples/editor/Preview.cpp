@@ -2,6 +2,8 @@
 
 #include "QtText.h"
 
+#include <corvanemarkup/VizInTooltipProperties.h>
+
 #include <QtWidgets>
 
 #include <algorithm>
@@ -9,6 +11,12 @@
 namespace editor {
 
 namespace {
+
+/// `element` must be a readable sheet element.
+VizInTooltipProperties PropertiesOf(const TString& tooltip, const ElementRanges& element)
+{
+    return *VizInTooltipProperties::FromMarkupText(MarkupText(TextIn(tooltip, element.Content)));
+}
 
 void DrawSheet(QTextEdit& sketch, QTextCursor& cursor, const VizInTooltipProperties& sheet, double scale)
 {
@@ -44,45 +52,47 @@ void DrawSheet(QTextEdit& sketch, QTextCursor& cursor, const VizInTooltipPropert
 } // namespace
 
 void DrawPreview(QTextEdit& sketch, const TString& tooltip, const std::vector<ElementRanges>& elements,
-                 const std::vector<MarkupFault>& faults, const QStringList& fields)
+                 const std::vector<Diagnostic>& diagnostics, const QStringList& fields)
 {
     const int scrolled = sketch.verticalScrollBar()->value();
     sketch.clear();
     if (tooltip.length() > 20'000) {
-        sketch.setPlainText(QStringLiteral("A text of more than 20,000 units isn't sketched."));
+        sketch.setPlainText(
+            QStringLiteral("No preview: the tooltip is longer than 20,000 UTF-16 code units."));
         return;
     }
     int widest = 1;
     for (const ElementRanges& element : elements)
-        if (KindOf(tooltip, element) == ElementKind::Sheet)
-            widest = std::max(widest, SheetIn(tooltip, element)->GetSheetSize().width);
+        if (GetElementKind(tooltip, element) == ElementKind::Sheet)
+            widest = std::max(widest, PropertiesOf(tooltip, element).GetSheetSize().width);
     const double room = sketch.viewport()->width() - 2 * sketch.document()->documentMargin() - 2;
     const double scale = std::min(0.5, room / widest);
 
     QTextCursor cursor(sketch.document());
     std::int64_t end = 0;
     for (const ElementRanges& element : elements) {
-        cursor.insertText(ToQString(Piece(tooltip, {end, element.Element.start})), {});
+        cursor.insertText(ToQString(TextIn(tooltip, {end, element.Element.start})), {});
         end = element.Element.end;
-        if (KindOf(tooltip, element) == ElementKind::Sheet) {
-            DrawSheet(sketch, cursor, *SheetIn(tooltip, element), scale);
+        if (GetElementKind(tooltip, element) == ElementKind::Sheet) {
+            DrawSheet(sketch, cursor, PropertiesOf(tooltip, element), scale);
             continue;
         }
-        const bool isFaulty = std::any_of(faults.begin(), faults.end(), [&](const MarkupFault& fault) {
-            return element.Element.start <= fault.Range.start && fault.Range.start < element.Element.end;
-        });
-        const QString content = ToQString(Piece(tooltip, element.Content));
-        const bool isField = !isFaulty && fields.contains(content);
+        const bool isBroken =
+            std::any_of(diagnostics.begin(), diagnostics.end(), [&](const Diagnostic& diagnostic) {
+                return diagnostic.Element.start == element.Element.start;
+            });
+        const QString content = ToQString(TextIn(tooltip, element.Content));
+        const bool isField = !isBroken && fields.contains(content);
         QTextCharFormat format;
-        format.setForeground(Ink(sketch.palette(), isFaulty ? Red : Blue));
-        if (isField || isFaulty)
-            format.setBackground(Tint(sketch.palette(), isFaulty ? Red : Blue));
-        const QChar space(QChar::Nbsp); // so that a chip is one piece
+        format.setForeground(Ink(sketch.palette(), isBroken ? Red : Blue));
+        if (isField || isBroken)
+            format.setBackground(Tint(sketch.palette(), isBroken ? Red : Blue));
+        const QChar space(QChar::Nbsp); // keeps a chip on one line
         cursor.insertText(isField ? space + QString(content).replace(u' ', space) + space
-                                  : ToQString(Piece(tooltip, element.Element)),
+                                  : ToQString(TextIn(tooltip, element.Element)),
                           format);
     }
-    cursor.insertText(ToQString(Piece(tooltip, {end, tooltip.length()})), {});
+    cursor.insertText(ToQString(TextIn(tooltip, {end, tooltip.length()})), {});
     sketch.verticalScrollBar()->setValue(scrolled);
 }
 

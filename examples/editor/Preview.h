@@ -6,11 +6,12 @@ class QTextEdit;
 
 namespace editor {
 
-/// Draws a sketch of a tooltip: its fields as chips, and its sheets as boxes, all to one scale, so that the
-/// widest fits. The library draws no tooltips, and what other elements stand for isn't guessed: they are
-/// shown as they are written, the faulty ones marked. Of more than 20,000 units, it tells that alone.
-/// `elements` and `faults` are those of the tooltip, and `fields` what counts as one.
+/// Draws a sketch of a tooltip: fields as chips, and sheets as boxes on the one scale at which the widest
+/// fits. Other elements are shown as text, in red if they have a diagnostic. Shows a notice instead if the
+/// tooltip is longer than 20,000 UTF-16 code units.
+///
+/// `elements` and `diagnostics` are those of the tooltip. A plain element is a field if `fields` contains it.
 void DrawPreview(QTextEdit& sketch, const TString& tooltip, const std::vector<ElementRanges>& elements,
-                 const std::vector<MarkupFault>& faults, const QStringList& fields);
+                 const std::vector<Diagnostic>& diagnostics, const QStringList& fields);
 
 } // namespace editor

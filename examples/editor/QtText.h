@@ -7,8 +7,8 @@
 #include <climits>
 #include <stdexcept>
 
-/// Where Qt's text and the library's meet. Both are UTF-16, and each is copied unit for unit: a byte order
-/// mark, U+0000 and lone surrogates stay as they are.
+/// Conversions between Qt's strings and the library's. Both are UTF-16; every code unit is preserved,
+/// including a byte order mark, U+0000 and lone surrogates.
 
 /// Throws `std::length_error` if `text` has more than `INT_MAX` code units.
 [[nodiscard]] inline TString ToTString(const QString& text)
@@ -20,6 +20,6 @@
 
 [[nodiscard]] inline QString ToQString(const TString& text)
 {
-    // QString::fromUtf16 would take a byte order mark away.
+    // QString::fromUtf16 would remove a byte order mark.
     return QStringView(text.constData(), text.length()).toString();
 }

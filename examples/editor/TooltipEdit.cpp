@@ -3,6 +3,7 @@
 #include "QtText.h"
 
 #include <corvanemarkup/SheetMarkupConstants.h>
+#include <corvanemarkup/VizInTooltip.h>
 
 #include <algorithm>
 #include <map>
@@ -11,13 +12,13 @@ namespace editor {
 
 namespace {
 
-/// With U+000A for each line end. Qt's plain text would have a space for U+00A0, and a line end for U+2028.
+/// Returns the text with U+000A as line ends. `toPlainText` would replace U+00A0 and U+2028 as well.
 TString TextOf(const QTextDocument& document)
 {
     return ToTString(document.toRawText().replace(QChar::ParagraphSeparator, u'\n'));
 }
 
-/// `name` as a document holds it, which has but one kind of line end.
+/// Returns `name` with the line ends that it would have in a document.
 TString AsInDocument(const QString& name)
 {
     return TextOf(QTextDocument(name));
@@ -29,7 +30,7 @@ TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumber
 {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     MakeRoomForLineNumbers();
-    // For the keyboard; in a sheet element a tab wouldn't separate anyway.
+    // For keyboard navigation. A tab does not separate attributes anyway.
     setTabChangesFocus(true);
     connect(document(), &QTextDocument::contentsChange, this, &TooltipEdit::FollowChange);
     connect(this, &QPlainTextEdit::textChanged, this, &TooltipEdit::ReadDocument);
@@ -41,14 +42,15 @@ TooltipEdit::TooltipEdit(QWidget* parent) : QPlainTextEdit(parent), m_lineNumber
 
     m_completer.setModel(&m_shownCompletions);
     m_completer.setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    m_completer.setWrapAround(false); // wrapping would pass through a state without a selection
     m_completer.setWidget(this);
     connect(&m_completer, qOverload<const QModelIndex&>(&QCompleter::activated), this,
             [this](const QModelIndex& index) {
                 const Completion completion = m_completions[static_cast<std::size_t>(index.row())];
                 const bool isAttribute = completion.Shown.endsWith(QStringLiteral("=\"\""));
                 Apply({completion.Edit});
-                GoTo(completion.Edit.Replaced.start + completion.Edit.Text.length() - (isAttribute ? 1 : 0));
-                if (isAttribute)                                         // the value of which comes next
+                GoTo(completion.Edit.Range.start + completion.Edit.NewText.length() - (isAttribute ? 1 : 0));
+                if (isAttribute)                                         // whose value comes next
                     QTimer::singleShot(0, this, &TooltipEdit::Complete); // once the popup is gone
             });
 }
@@ -67,35 +69,37 @@ const ElementRanges* TooltipEdit::ElementAtSelection() const
 QString TooltipEdit::SheetAtSelection() const
 {
     const ElementRanges* element = ElementAtSelection();
-    return element == nullptr ? QString() : SheetOf(m_tooltip, *element);
+    if (element == nullptr || GetElementKind(m_tooltip, *element) != ElementKind::Sheet)
+        return {};
+    return ToQString(GetTargetSheetNameFromMarkupText(TextIn(m_tooltip, element->Content)));
 }
 
-void TooltipEdit::FindFaults()
+void TooltipEdit::UpdateDiagnostics()
 {
-    m_faults = FindMarkupFaults(m_tooltip);
+    m_diagnostics = FindDiagnostics(m_tooltip);
     ColourWhatIsVisible();
 }
 
-QString TooltipEdit::FaultsAt(int position) const
+QStringList TooltipEdit::MessagesAt(int position) const
 {
-    QStringList sentences;
-    for (const MarkupFault& fault : m_faults)
-        if (fault.Range.start <= position && position <= fault.Range.end)
-            sentences.append(SentenceOn(fault.Kind));
-    sentences.removeDuplicates();
-    return sentences.join(u' ');
+    QStringList messages;
+    for (const Diagnostic& diagnostic : m_diagnostics)
+        if (diagnostic.Range.start <= position && position <= diagnostic.Range.end)
+            messages.append(ToQString(GetDiagnosticMessage(m_tooltip, diagnostic)));
+    messages.removeDuplicates();
+    return messages;
 }
 
-void TooltipEdit::GoToFault(bool forwards)
+void TooltipEdit::GoToDiagnostic(bool forwards)
 {
     const int position = textCursor().position() + (forwards ? 1 : 0);
-    const auto after = std::partition_point(m_faults.begin(), m_faults.end(), [&](const MarkupFault& fault) {
-        return fault.Range.start < position;
-    });
+    const auto after =
+        std::partition_point(m_diagnostics.begin(), m_diagnostics.end(),
+                             [&](const Diagnostic& diagnostic) { return diagnostic.Range.start < position; });
     const std::size_t index =
-        static_cast<std::size_t>(after - m_faults.begin()) + (forwards ? 0 : m_faults.size() - 1);
-    if (!m_faults.empty())
-        GoTo(m_faults[index % m_faults.size()].Range.start);
+        static_cast<std::size_t>(after - m_diagnostics.begin()) + (forwards ? 0 : m_diagnostics.size() - 1);
+    if (!m_diagnostics.empty())
+        GoTo(m_diagnostics[index % m_diagnostics.size()].Range.start);
 }
 
 void TooltipEdit::GoTo(std::int64_t position)
@@ -111,14 +115,14 @@ QString TooltipEdit::InsertFilterField(const QString& field, bool isTrial)
     const QTextCursor cursor = textCursor();
     const TString name = AsInDocument(field);
     if (!IsFieldName(name))
-        return tr("A field of this name can't stand between < and >.");
+        return tr("\"%1\" is not a valid field name. Enter another one.").arg(field);
     const auto insertion = InsertFilterFieldAt(m_tooltip, {cursor.selectionStart(), cursor.selectionEnd()},
                                                name, ToTString(AllFields));
     const ElementRanges* element = ElementAtSelection();
-    if (!insertion && (element == nullptr || KindOf(m_tooltip, *element) == ElementKind::Plain))
-        return tr("Fields go into a sheet element: put the cursor into one first.");
+    if (!insertion && (element == nullptr || GetElementKind(m_tooltip, *element) == ElementKind::Plain))
+        return tr("The cursor is not in a sheet element. Move it into one to insert a field.");
     if (!insertion)
-        return tr("No field can go into this element before its faults are mended. F8 goes to the next.");
+        return tr("This element has problems. Fix them before you insert a field; F8 goes to the next one.");
     if (!isTrial) {
         Apply({insertion->Edit});
         GoTo(insertion->NewCursorPosition);
@@ -135,16 +139,16 @@ int TooltipEdit::RenameTargetSheet(const QString& from, const QString& to)
 
 void TooltipEdit::Apply(const std::vector<TextEdit>& edits)
 {
-    QTextCursor cursor = textCursor(); // to which undoing goes back
+    QTextCursor cursor = textCursor(); // undo returns to it
     cursor.beginEditBlock();
     std::for_each(edits.rbegin(), edits.rend(), [&](const TextEdit& edit) {
-        if (Piece(m_tooltip, edit.Replaced) == edit.Text)
+        if (TextIn(m_tooltip, edit.Range) == edit.NewText)
             return;
-        cursor.setPosition(static_cast<int>(edit.Replaced.start));
-        // The last step is a removal, of a space at least, since text that is typed after an inserted one
-        // joins its step to undo.
-        cursor.insertText(ToQString(edit.Text) + u' ');
-        const auto length = static_cast<int>(edit.Replaced.end - edit.Replaced.start);
+        cursor.setPosition(static_cast<int>(edit.Range.start));
+        // Qt merges an insertion with text that is typed after it into one undo step. The removal of a space
+        // prevents that.
+        cursor.insertText(ToQString(edit.NewText) + u' ');
+        const auto length = static_cast<int>(edit.Range.end - edit.Range.start);
         cursor.setPosition(cursor.position() - 1);
         cursor.setPosition(cursor.position() + length + 1, QTextCursor::KeepAnchor);
         cursor.removeSelectedText();
@@ -172,17 +176,17 @@ void TooltipEdit::Complete()
 
 void TooltipEdit::FollowChange(int position, int removed, int added)
 {
-    const std::int64_t last = document()->characterCount() - 1; // Qt may count the end of the text in
+    const std::int64_t last = document()->characterCount() - 1; // `added` may include the end of the text
     const auto follow = [=](std::int64_t edge) {
         const bool isAfter = edge >= position + removed;
         return std::min(isAfter ? edge + added - removed : std::min<std::int64_t>(edge, position), last);
     };
-    for (MarkupFault& fault : m_faults)
-        fault.Range = {follow(fault.Range.start), follow(fault.Range.end)};
+    for (Diagnostic& diagnostic : m_diagnostics)
+        diagnostic.Range = {follow(diagnostic.Range.start), follow(diagnostic.Range.end)};
 
     // Wrapping between words takes quadratic time on a long one.
     static const QRegularExpression longWord(QStringLiteral("\\S{1000}"));
-    if (position == 0 && added >= document()->characterCount() - 1) // a text set anew
+    if (position == 0 && added >= document()->characterCount() - 1) // the whole text was replaced
         setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     QTextBlock line = document()->findBlock(position);
     for (; line.isValid() && line.position() <= position + added; line = line.next())
@@ -210,7 +214,7 @@ void ColourAttributes(const std::vector<AttributeRanges>& attributes, Ink ink)
     }
 }
 
-/// One selection for all neighbours of one format.
+/// Merges adjacent stretches of the same format into one selection. Of two, Qt may lose the second.
 QList<QTextEdit::ExtraSelection> SelectionsOf(QTextDocument* document,
                                               const std::map<int, QTextCharFormat>& stretches, int end)
 {
@@ -233,12 +237,12 @@ QList<QTextEdit::ExtraSelection> SelectionsOf(QTextDocument* document,
 void TooltipEdit::ColourWhatIsVisible()
 {
     if (document()->characterCount() != m_tooltip.length() + 1)
-        return;                                              // in the middle of a change
-    const int corner = cursorForPosition({0, 0}).position(); // the last where one reads from the right
+        return;                                              // a change is in progress
+    const int corner = cursorForPosition({0, 0}).position(); // the last position in right-to-left text
     const int opposite = cursorForPosition({viewport()->width(), viewport()->height()}).position();
     const int start = std::min(corner, opposite);
     const int end = std::max(corner, opposite);
-    std::map<int, QTextCharFormat> stretches{{start, {}}}; // each goes from its key up to the next
+    std::map<int, QTextCharFormat> stretches{{start, {}}}; // each extends from its key to the next
     const auto splitAt = [&](std::int64_t position) {
         const auto at = static_cast<int>(std::clamp<std::int64_t>(position, start, end));
         return stretches.emplace(at, std::prev(stretches.upper_bound(at))->second).first;
@@ -261,11 +265,11 @@ void TooltipEdit::ColourWhatIsVisible()
         std::partition_point(m_elements.begin(), m_elements.end(),
                              [&](const ElementRanges& earlier) { return earlier.Element.end < start; });
     for (; element != m_elements.end() && element->Element.start < end; ++element) {
-        const ElementKind kind = KindOf(m_tooltip, *element);
-        if (kind == ElementKind::Unfinished)
+        if (element->End != ElementEnd::Bracket)
             continue;
+        const ElementKind kind = GetElementKind(m_tooltip, *element);
         const bool isPlain = kind == ElementKind::Plain;
-        // Between two selections of one ink and no ground, Qt loses a third that is underlined.
+        // Qt loses the underline of a selection between two others of its colour without a background.
         colour(element->Element, QTextFormat::BackgroundBrush,
                isPlain ? palette().base().color()
                        : Tint(palette(), kind == ElementKind::Sheet ? Green : Red));
@@ -274,16 +278,17 @@ void TooltipEdit::ColourWhatIsVisible()
         else
             ColourAttributes(FindAttributeRanges(m_tooltip, element->Content), ink);
     }
-    for (const bool isError : {false, true}) { // which shows where both are
-        QTextCharFormat format;                // of different shapes, so that no one needs to see colours
+    for (const auto severity : {DiagnosticSeverity::Warning, DiagnosticSeverity::Error}) {
+        const bool isError = severity == DiagnosticSeverity::Error; // drawn last, over warnings
+        QTextCharFormat format; // with different shapes, for users who can't distinguish the colours
         format.setUnderlineColor(QColor::fromHsv(isError ? Red : Amber, 255, 220));
         format.setUnderlineStyle(isError ? QTextCharFormat::SingleUnderline : QTextCharFormat::DashUnderline);
-        for (const MarkupFault& fault : m_faults)
-            if (fault.IsError == isError && fault.Range.start < end && fault.Range.end > start)
-                add(fault.Range, format);
+        for (const Diagnostic& diagnostic : m_diagnostics)
+            if (diagnostic.Severity == severity && diagnostic.Range.start < end &&
+                diagnostic.Range.end > start)
+                add(diagnostic.Range, format);
     }
 
-    // Stretches of one format are one selection: between two of them, Qt may lose the second.
     splitAt(end);
     setExtraSelections(SelectionsOf(document(), stretches, end));
 }
@@ -314,19 +319,25 @@ void TooltipEdit::keyPressEvent(QKeyEvent* event)
 {
     QAbstractItemView* popup = m_completer.popup();
     const bool isCompleting = popup->isVisible();
-    const bool isChoice = QStringLiteral("\r\n\t").contains(event->text()) && popup->currentIndex().isValid();
-    if (isCompleting && (event->key() == Qt::Key_Escape || (isChoice && !event->text().isEmpty())))
-        return event->ignore();                       // so that the completer takes it
-    if (event == QKeySequence::InsertLineSeparator) { // U+2028 has no place in a text file
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isCompleting && (event->key() == Qt::Key_Tab || (isEnter && popup->currentIndex().isValid())))
+        return event->ignore();                       // leaves the key to the completer
+    if (event == QKeySequence::InsertLineSeparator) { // Qt would insert U+2028
         textCursor().insertBlock();
         ensureCursorVisible();
     } else {
         QPlainTextEdit::keyPressEvent(event);
     }
-    const bool isBracket = event->text() == QStringLiteral("<");
-    if (isCompleting || isBracket)
+    if (!event->isAccepted()) // such as Shift, which keeps the list open
+        return;
+    const ElementRanges* element = ElementAtSelection();
+    if (element == nullptr) // nothing to complete
+        popup->hide();
+    else if (isCompleting || event->text() == QStringLiteral("<"))
         Complete();
-    if (isBracket) // so that Enter begins a new line
+    // After a `<` that may be literal, Enter breaks the line.
+    if (element != nullptr && element->End != ElementEnd::Bracket &&
+        element->Element.start + 1 == textCursor().position())
         popup->setCurrentIndex({});
 }
 
@@ -340,6 +351,16 @@ QMimeData* TooltipEdit::createMimeDataFromSelection() const
     auto* copied = new QMimeData;
     copied->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
     return copied;
+}
+
+bool TooltipEdit::event(QEvent* event)
+{
+    const bool isHandled = QPlainTextEdit::event(event);
+    // Escape closes the list. If not accepted here, it would trigger a shortcut of the window.
+    if (event->type() == QEvent::ShortcutOverride && m_completer.popup()->isVisible() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+        event->accept();
+    return isHandled;
 }
 
 bool TooltipEdit::eventFilter(QObject* watched, QEvent* event)
@@ -361,7 +382,10 @@ bool TooltipEdit::viewportEvent(QEvent* event)
     if (event->type() != QEvent::ToolTip)
         return QPlainTextEdit::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), FaultsAt(cursorForPosition(help->pos()).position()), viewport());
+    const QStringList messages = MessagesAt(cursorForPosition(help->pos()).position());
+    // Messages quote markup, which a tooltip would render.
+    const auto text = Qt::convertFromPlainText(messages.join(u'\n'), Qt::WhiteSpaceNormal);
+    QToolTip::showText(help->globalPos(), messages.empty() ? QString() : text, viewport());
     return true;
 }
 

@@ -6,10 +6,8 @@
 
 namespace editor {
 
-/// A tooltip's text with line numbers, its elements in colours and its faults underlined; what can stand at
-/// the cursor; and edits, each of which is one step to undo.
-///
-/// The document's text is the tooltip: a position in one is a position in the other.
+/// A text field for a tooltip, with line numbers, coloured elements, underlined diagnostics and completion.
+/// Each of its edits is one undo step. Positions in the document are positions in the tooltip.
 class TooltipEdit : public QPlainTextEdit
 {
     Q_OBJECT
@@ -17,34 +15,35 @@ class TooltipEdit : public QPlainTextEdit
 public:
     explicit TooltipEdit(QWidget* parent = nullptr);
 
-    /// The text as it stands. Line ends are U+000A.
+    /// Returns the current text, with U+000A as line ends.
     [[nodiscard]] const TString& Tooltip() const { return m_tooltip; }
     [[nodiscard]] const std::vector<ElementRanges>& Elements() const { return m_elements; }
-    /// The target sheet of the valid sheet element that holds the selection; empty if there is none.
+    /// Returns the target sheet of the valid sheet element that contains the selection; empty if there is
+    /// none.
     [[nodiscard]] QString SheetAtSelection() const;
 
-    /// Finds the faults of the text as it stands.
-    void FindFaults();
-    /// Those found last. Since then, their ranges have moved with the text.
-    [[nodiscard]] const std::vector<MarkupFault>& Faults() const { return m_faults; }
-    /// The faults at the position, a sentence each.
-    [[nodiscard]] QString FaultsAt(int position) const;
-    /// Goes to the next fault or the one before, round the ends of the text.
-    void GoToFault(bool forwards);
+    void UpdateDiagnostics();
+    /// Returns the diagnostics as of the last update. Since then, `Range` has moved with the text, `Element`
+    /// has not.
+    [[nodiscard]] const std::vector<Diagnostic>& Diagnostics() const { return m_diagnostics; }
+    [[nodiscard]] QStringList MessagesAt(int position) const;
+    /// Moves the cursor to the next or previous diagnostic, wrapping around.
+    void GoToDiagnostic(bool forwards);
     void GoTo(std::int64_t position);
 
-    /// Inserts the field into the sheet element at the cursor or selection. Tells why it can't; empty if it
-    /// can. A trial inserts nothing.
+    /// Inserts the field into the sheet element at the cursor or selection. Returns an error message, or an
+    /// empty text on success. A trial changes nothing.
     QString InsertFilterField(const QString& field, bool isTrial = false);
-    /// Tells how many elements were changed.
+    /// Returns the number of changed elements.
     int RenameTargetSheet(const QString& from, const QString& to);
 
     void SetKnownNames(KnownNames names) { m_names = std::move(names); }
-    /// Shows what can stand at the cursor.
+    /// Opens the list of completions at the cursor, if there are any.
     void Complete();
 
 protected:
     [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -52,7 +51,7 @@ protected:
     bool viewportEvent(QEvent* event) override;
 
 private:
-    /// The element that has both ends of the selection between its brackets, or null.
+    /// Returns the element with both ends of the selection between its brackets, or null.
     [[nodiscard]] const ElementRanges* ElementAtSelection() const;
     void FollowChange(int position, int removed, int added);
     void ReadDocument();
@@ -63,7 +62,7 @@ private:
 
     TString m_tooltip;
     std::vector<ElementRanges> m_elements;
-    std::vector<MarkupFault> m_faults;
+    std::vector<Diagnostic> m_diagnostics;
     KnownNames m_names;
     std::vector<Completion> m_completions;
     QStringListModel m_shownCompletions;

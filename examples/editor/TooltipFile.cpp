@@ -15,7 +15,7 @@ namespace {
                                  .toStdString());
 }
 
-/// A pipe could block the window, and a device would be replaced by a file.
+/// Reading a pipe could block, and saving would replace a device by a file.
 void ExpectRegularFile(const char* attempt, const QString& path)
 {
     const QFileInfo info(path);
@@ -27,7 +27,7 @@ void ExpectRegularFile(const char* attempt, const QString& path)
 
 QString ReadTooltipFile(const QString& path)
 {
-    constexpr qint64 sizeLimit = qint64{64} * 1024 * 1024; // of a text that a window can still lay out
+    constexpr qint64 sizeLimit = qint64{64} * 1024 * 1024; // what a window can still lay out
     const char* const attempt = "Cannot open";
     ExpectRegularFile(attempt, path);
     QFile file(path);
@@ -38,7 +38,7 @@ QString ReadTooltipFile(const QString& path)
         Fail(attempt, path, file.errorString());
     if (bytes.size() > sizeLimit)
         Fail(attempt, path, QStringLiteral("it is larger than 64 MiB"));
-    // Stateless: what is incomplete at the end is a fault.
+    // Stateless: an incomplete sequence at the end is an error.
     QStringDecoder decode(QStringConverter::Utf8,
                           QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     QString text = decode(bytes);
@@ -53,7 +53,7 @@ void WriteTooltipFile(const QString& path, const QString& text)
     QStringEncoder encode(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
     const QByteArray bytes = encode(text);
     if (encode.hasError())
-        Fail(attempt, path, QStringLiteral("the text holds half a surrogate pair"));
+        Fail(attempt, path, QStringLiteral("the text contains half a surrogate pair"));
     ExpectRegularFile(attempt, path);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())

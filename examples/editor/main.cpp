@@ -5,17 +5,17 @@
 
 int main(int argc, char** argv)
 {
-    // Until there is a window, what Qt has to say comes to one line.
-    qInstallMessageHandler(
-        [](QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/) {
-            if (type != QtFatalMsg)
-                return;
-            (void)std::fputs("tooltip-editor: no window can be shown. Is there a display?\n", stderr);
-            std::_Exit(EXIT_FAILURE);
-        });
+    // Without a display, Qt would print several lines and abort.
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& /*context*/,
+                              const QString& /*message*/) {
+        if (type != QtFatalMsg)
+            return;
+        (void)std::fputs("tooltip-editor: cannot open a window; check that a display is available\n", stderr);
+        std::_Exit(EXIT_FAILURE);
+    });
     const QApplication application(argc, argv);
     qInstallMessageHandler(nullptr);
-    QPalette palette; // the themes of some desktops have no colour for placeholders on a dark ground
+    QPalette palette; // some dark themes define no legible colour for placeholders
     palette.setColor(QPalette::PlaceholderText, Qt::darkGray);
     QApplication::setPalette(palette);
     QApplication::setOrganizationName(QStringLiteral("corvanemarkup"));
@@ -30,11 +30,11 @@ int main(int argc, char** argv)
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1) {
-        (void)std::fputs("tooltip-editor: only one file can be opened at a time.\n", stderr);
+        (void)std::fputs("tooltip-editor: too many arguments; pass one file\n", stderr);
         return EXIT_FAILURE;
     }
 
-    // The data that this host knows of.
+    // A real host would take these from its data.
     const auto fields = QStringLiteral("Country,Customer Segment,Product,Quarter,Region,Sales Channel,Year");
     const auto sheets = QStringLiteral("Customer Profile,Orders,Region Comparison,Sales Map,Sales by Month");
     editor::EditorWindow window({fields.split(u','), sheets.split(u',')});

@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the program is called with.
+/// Command line arguments.
 
 #include "Edits.h"
 
@@ -13,25 +13,25 @@
 
 namespace tooltipreport {
 
-/// The call is wrong. The message is for the user, and tells what to type next.
+/// The command line is invalid. The message is for the user, and says what to type next.
 class UsageError : public std::runtime_error
 {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// The arguments of all verbs; each reads its own.
+/// The arguments of all verbs. Each verb reads only its own.
 struct Arguments
 {
     std::string Verb;
-    std::string Text; ///< if `Verb` is empty: what to print instead, such as the help
+    std::string Text; ///< what to print if `Verb` is empty, such as the help
 
     std::vector<std::string> Files;
     std::string Pattern = "*.tooltip";
     std::string Format = "text";
     std::string Color = "auto";
 
-    std::vector<std::string> Sheets; ///< those that exist
+    std::vector<std::string> Sheets; ///< the sheets that exist
     std::string SheetsFile;
     bool WarningsAsErrors = false;
 
@@ -45,7 +45,7 @@ struct Arguments
     bool Caret = false;
 };
 
-/// Reads the arguments of the program, without its name. Throws `UsageError`.
+/// Parses the arguments, which don't include the program's name. Throws `UsageError`.
 [[nodiscard]] Arguments ReadArguments(std::vector<std::string> commandLine);
 
 } // namespace tooltipreport

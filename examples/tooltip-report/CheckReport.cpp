@@ -10,12 +10,7 @@ namespace {
 
 std::string Severity(const Finding& finding)
 {
-    return finding.IsError ? "error" : "warning";
-}
-
-std::string Counted(std::size_t count, const std::string& what)
-{
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+    return finding.Severity == corvanemarkup::VizInTooltip::DiagnosticSeverity::Error ? "error" : "warning";
 }
 
 class TextReport : public CheckReport
@@ -27,17 +22,17 @@ public:
     {
         const Positions positions(file.Text);
         for (const Finding& finding : findings) {
-            const std::string colour = finding.IsError ? "1;31" : "1;35";
+            const std::string colour = Severity(finding) == "error" ? "1;31" : "1;35";
             const RuledLine ruled = RuleLine(file.Text, finding.Range);
             m_out << Coloured("1",
                               OnOneLine(file.Path) + ':' + ToText(positions.At(finding.Range.start)) + ':')
-                  << ' ' << Coloured(colour, Severity(finding) + ':') << ' ' << Message(finding) << " ["
-                  << Identifier(finding) << "]\n  " << ruled.Line << '\n'
+                  << ' ' << Coloured(colour, Severity(finding) + ':') << ' ' << finding.Message << " ["
+                  << finding.Identifier << "]\n  " << ruled.Line << '\n'
                   << "  " << Coloured("1;32", ruled.Ruler) << '\n';
         }
     }
 
-    // Standard error tells of it.
+    // Already reported on standard error.
     void Unreadable(const std::string& /*path*/, const std::string& /*problem*/) override {}
 
     void End(const CheckCounts& counts) override
@@ -45,7 +40,7 @@ public:
         m_out << Counted(counts.Errors, "error") << " and " << Counted(counts.Warnings, "warning") << " in "
               << Counted(counts.Files, "file");
         if (counts.Unreadable > 0)
-            m_out << "; " << counts.Unreadable << " could not be read";
+            m_out << "; " << Counted(counts.Unreadable, "file") << " could not be read";
         m_out << '\n';
     }
 
@@ -73,14 +68,13 @@ public:
         m_writer.BeginObject();
         m_writer.Member("path", OnOneLine(file.Path));
         m_writer.Member("byteOrderMark", file.HasByteOrderMark);
-        m_writer.BeginList("faults");
+        m_writer.BeginList("diagnostics");
         const Positions positions(file.Text);
         for (const Finding& finding : findings) {
-            Json fault{{"kind", Identifier(finding)},
-                       {"severity", Severity(finding)},
-                       {"message", Message(finding)}};
-            fault.update(RangeMembers(positions, finding.Range));
-            m_writer.Item(fault);
+            Json diagnostic{
+                {"kind", finding.Identifier}, {"severity", Severity(finding)}, {"message", finding.Message}};
+            diagnostic.update(RangeMembers(positions, finding.Range));
+            m_writer.Item(diagnostic);
         }
         m_writer.End();
         m_writer.End();

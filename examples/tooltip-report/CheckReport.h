@@ -1,9 +1,9 @@
 #pragma once
 
-/// What `check` tells, in each of its forms.
+/// The reports of `check`, one per output format.
 
-#include "Faults.h"
 #include "Files.h"
+#include "Findings.h"
 
 #include <memory>
 #include <ostream>
@@ -12,7 +12,7 @@
 
 namespace tooltipreport {
 
-/// What `check` has met so far.
+/// What `check` has found so far.
 struct CheckCounts
 {
     std::size_t Files = 0;
@@ -21,7 +21,7 @@ struct CheckCounts
     std::size_t Unreadable = 0;
 };
 
-/// Is told of each file in turn, and of the end.
+/// Receives each file in turn, and the end.
 class CheckReport
 {
 public:
@@ -35,11 +35,11 @@ public:
     virtual void End(const CheckCounts& counts) = 0;
 };
 
-/// For people, as compilers print: one line for each fault, the line of the tooltip and a ruler.
+/// For people, in the style of compilers: a line per diagnostic, then the line of the tooltip and a ruler.
 [[nodiscard]] std::unique_ptr<CheckReport> MakeTextReport(std::ostream& out, bool hasColours);
-/// For scripts; docs/json.md tells the form.
+/// For scripts; docs/json.md describes the format.
 [[nodiscard]] std::unique_ptr<CheckReport> MakeJsonReport(std::ostream& out);
-/// SARIF 2.1.0, for pages of code review.
+/// SARIF 2.1.0, for code review.
 [[nodiscard]] std::unique_ptr<CheckReport> MakeSarifReport(std::ostream& out);
 
 } // namespace tooltipreport

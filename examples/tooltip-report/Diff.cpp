@@ -3,6 +3,7 @@
 #include "TooltipText.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <sstream>
 #include <string>
 
@@ -12,7 +13,7 @@ namespace {
 
 using corvanemarkup::VizInTooltip::TextEdit;
 
-/// The start of the line that is `count` lines above the one that holds `offset`, or of the text.
+/// Returns the start of the line `count` lines above the one that contains `offset`, at least 0.
 int LineStart(const TString& text, int offset, int count)
 {
     for (; offset > 0; --offset) {
@@ -22,8 +23,8 @@ int LineStart(const TString& text, int offset, int count)
     return offset;
 }
 
-/// The end of the line that is `count` lines below the one that holds `offset`, or of the text. The end comes
-/// after the line's U+000A.
+/// Returns the end of the line `count` lines below the one that contains `offset`, after its U+000A; at most
+/// the end of the text.
 int LineEnd(const TString& text, int offset, int count)
 {
     for (; count >= 0 && offset < text.length(); --count) {
@@ -33,7 +34,8 @@ int LineEnd(const TString& text, int offset, int count)
     return offset;
 }
 
-/// The name of a file as `patch` and `git` read it: odd ones between quotes, and with a tab after spaces.
+/// Returns a file name in the notation of `patch` and `git`: quoted if it contains control characters, quotes
+/// or backslashes, otherwise followed by a tab if it contains spaces.
 std::string FileName(const std::string& name)
 {
     std::ostringstream quoted;
@@ -55,24 +57,24 @@ std::string FileName(const std::string& name)
     return name.find(' ') == std::string::npos ? name : name + '\t';
 }
 
-/// Whole lines that give way to others.
+/// A range of whole lines that is replaced.
 struct Change
 {
     int Start;
     int End;
-    std::vector<TextEdit> Edits; // told in the whole text
+    std::vector<TextEdit> Edits; // ranges are in the whole text
 };
 
 std::vector<Change> WholeLines(const TString& text, const std::vector<TextEdit>& edits)
 {
     std::vector<Change> changes;
     for (const TextEdit& edit : edits) {
-        if (changes.empty() || edit.Replaced.start >= changes.back().End) {
-            const int start = LineStart(text, static_cast<int>(edit.Replaced.start), 0);
+        if (changes.empty() || edit.Range.start >= changes.back().End) {
+            const int start = LineStart(text, static_cast<int>(edit.Range.start), 0);
             changes.push_back({start, start, {}});
         }
-        if (edit.Replaced.end >= changes.back().End)
-            changes.back().End = LineEnd(text, static_cast<int>(edit.Replaced.end), 0);
+        if (edit.Range.end >= changes.back().End)
+            changes.back().End = LineEnd(text, static_cast<int>(edit.Range.end), 0);
         changes.back().Edits.push_back(edit);
     }
     return changes;
@@ -82,12 +84,12 @@ TString NewLines(const TString& text, const Change& change)
 {
     std::vector<TextEdit> edits = change.Edits;
     for (TextEdit& edit : edits)
-        edit.Replaced = {edit.Replaced.start - change.Start, edit.Replaced.end - change.Start};
+        edit.Range = {edit.Range.start - change.Start, edit.Range.end - change.Start};
     return corvanemarkup::VizInTooltip::ApplyTextEdits(text.mid(change.Start, change.End - change.Start),
                                                        edits);
 }
 
-/// Appends lines with a sign in front of each, and gives their number.
+/// Appends lines, each prefixed with `sign`. Returns their number.
 int AddLines(std::string& hunk, char sign, const std::string& lines)
 {
     int count = 0;
@@ -110,8 +112,10 @@ void WriteDiff(std::ostream& out, const TooltipFile& file, const std::vector<Tex
     constexpr int contextLines = 3;
     const TString& text = file.Text;
     const std::vector<Change> changes = WholeLines(text, edits);
-    if (!changes.empty())
-        out << "--- " << FileName("a/" + file.Path) << "\n+++ " << FileName("b/" + file.Path) << '\n';
+    if (!changes.empty()) {
+        const std::string path = std::filesystem::u8path(file.Path).generic_u8string();
+        out << "--- " << FileName("a/" + path) << "\n+++ " << FileName("b/" + path) << '\n';
+    }
 
     const auto lines = [&file](int offset, const TString& part) {
         const bool hasMark = file.HasByteOrderMark && offset == 0 && !part.empty();

@@ -1,6 +1,6 @@
 #pragma once
 
-/// A unified diff, from the edits that make it.
+/// Unified diffs.
 
 #include "Files.h"
 
@@ -11,8 +11,8 @@
 
 namespace tooltipreport {
 
-/// Writes what `edits`, which come in the order of the text, change in a file, for `patch -p1` and
-/// `git apply`. Nothing without edits. An edit may not insert after the last line end.
+/// Writes what `edits` change in a file as a unified diff for `patch -p1` and `git apply`; nothing if there
+/// are no edits. Precondition: the edits are in text order, and none inserts after the last line end.
 void WriteDiff(std::ostream& out, const TooltipFile& file,
                const std::vector<corvanemarkup::VizInTooltip::TextEdit>& edits);
 

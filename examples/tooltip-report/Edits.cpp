@@ -1,6 +1,5 @@
 #include "Edits.h"
 
-#include "Names.h"
 #include "Positions.h"
 #include "TooltipText.h"
 
@@ -17,7 +16,7 @@ namespace {
 using corvanemarkup::CorvaneCharRange;
 namespace VizInTooltip = corvanemarkup::VizInTooltip;
 
-/// None unless `text` is a number of digits alone.
+/// Returns none unless `text` consists of digits and fits an `int`.
 boost::optional<int> ReadNumber(std::string_view text)
 {
     int number = 0;
@@ -28,7 +27,7 @@ boost::optional<int> ReadNumber(std::string_view text)
     return number;
 }
 
-/// An offset or LINE:COLUMN. None if it is neither, or doesn't stand in the text.
+/// Parses an offset or LINE:COLUMN. Returns none if it is neither, or isn't in the text.
 boost::optional<int> ReadPosition(std::string_view argument, const TString& text)
 {
     const std::size_t colon = argument.find(':');
@@ -45,27 +44,25 @@ boost::optional<int> ReadPosition(std::string_view argument, const TString& text
 
 } // namespace
 
-RenamingEdits Rename(const TooltipFile& tooltip, const Renaming& renaming)
+RenamingEdits Rename(const TString& tooltip, const Renaming& renaming)
 {
     RenamingEdits result;
-    result.Edits = VizInTooltip::RenameSheetsAndFields(tooltip.Text, renaming.Sheets, renaming.Fields);
-
-    const Positions positions(tooltip.Text);
+    result.Edits = VizInTooltip::RenameSheetsAndFields(tooltip, renaming.Sheets, renaming.Fields);
     auto edit = result.Edits.begin();
-    ForEachName(tooltip.Text, [&](NameKind kind, const TString& name, CorvaneCharRange range) {
-        const auto& newNames = kind == NameKind::Sheet ? renaming.Sheets : renaming.Fields;
-        const auto newName = newNames.find(name);
+    for (const VizInTooltip::SheetOrFieldName& name : VizInTooltip::FindSheetAndFieldNames(tooltip)) {
+        const auto& newNames = name.Kind == VizInTooltip::NameKind::Sheet ? renaming.Sheets : renaming.Fields;
+        const auto newName = newNames.find(name.Name);
         if (newName == newNames.end())
-            return;
-        (kind == NameKind::Sheet ? result.SheetsMet : result.FieldsMet).insert(name);
-        while (edit != result.Edits.end() && edit->Replaced.start < range.start)
+            continue;
+        while (edit != result.Edits.end() && edit->Range.start < name.Range.start)
             ++edit;
-        const bool isRenamed = edit != result.Edits.end() && edit->Replaced.end <= range.end;
-        if (!isRenamed && newName->second != name)
-            result.Kept.push_back(tooltip.Path + ':' + ToText(positions.At(range.start)) + ": " +
-                                  Quoted(name) + " stays: with " + Quoted(newName->second) +
-                                  " in its place, the text would read as other elements");
-    });
+        const bool hasEdit = name.Status == VizInTooltip::NameStatus::Reachable &&
+                             edit != result.Edits.end() && edit->Range.start == name.Range.start;
+        const auto outcome = hasEdit                        ? MetName::Outcome::Renamed
+                             : newName->second == name.Name ? MetName::Outcome::IsNewName
+                                                            : MetName::Outcome::Kept;
+        result.Met.push_back({name, newName->second, outcome});
+    }
     return result;
 }
 
@@ -76,10 +73,9 @@ CorvaneCharRange ReadSelection(const std::string& argument, const TString& toolt
     const auto start = ReadPosition(whole.substr(0, dash), tooltip);
     const auto end = dash == std::string_view::npos ? start : ReadPosition(whole.substr(dash + 1), tooltip);
     if (!start || !end || *end < *start)
-        throw std::runtime_error(
-            "--at " + Quoted(argument) +
-            " is not a place in the tooltip: give an offset or LINE:COLUMN, or two of them "
-            "as START-END");
+        throw std::runtime_error("--at " + Quoted(argument) +
+                                 " is not a position or selection in the tooltip; give an offset or "
+                                 "LINE:COLUMN, or two of them as START-END");
     return {*start, *end};
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
-/// What the program changes in tooltips.
+/// The edits that the verbs make, and the selection that they edit.
 
 #include "Files.h"
 
+#include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/TextEdits.h>
 
 #include <map>
@@ -20,19 +21,28 @@ struct Renaming
     std::map<TString, TString> Fields;
 };
 
-/// The edits that rename sheets and fields in a tooltip, and what to tell of it.
+/// An occurrence of an old name.
+struct MetName
+{
+    enum class Outcome { Renamed, Kept, IsNewName };
+
+    corvanemarkup::VizInTooltip::SheetOrFieldName Occurrence;
+    TString NewName;
+    Outcome Result;
+};
+
+/// The edits that rename sheets and fields in a tooltip, and all occurrences of the old names, both in text
+/// order.
 struct RenamingEdits
 {
     std::vector<corvanemarkup::VizInTooltip::TextEdit> Edits;
-    std::set<TString> SheetsMet; ///< those of the old names that occur
-    std::set<TString> FieldsMet;
-    std::vector<std::string> Kept; ///< a message for each occurrence that can't be renamed
+    std::vector<MetName> Met;
 };
-[[nodiscard]] RenamingEdits Rename(const TooltipFile& tooltip, const Renaming& renaming);
+[[nodiscard]] RenamingEdits Rename(const TString& tooltip, const Renaming& renaming);
 
-/// The cursor or selection that `argument` tells for `--at`: an offset or LINE:COLUMN, or two of them with a
-/// `-` in between. Throws `std::runtime_error` with a message for the user if it tells none, or none that
-/// stands in the tooltip.
+/// Parses the argument of `--at`, START[-END], where both are an offset or LINE:COLUMN. Without END, the
+/// range is empty. Throws `std::runtime_error`, with a message for the user, if the argument is malformed,
+/// reversed or outside the tooltip.
 [[nodiscard]] corvanemarkup::CorvaneCharRange ReadSelection(const std::string& argument,
                                                             const TString& tooltip);
 

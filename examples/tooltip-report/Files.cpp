@@ -36,7 +36,7 @@ std::string ReadBytes(const std::string& path)
     if (path == StandardInput)
         return ReadBytes(std::cin, path);
     std::error_code unknown;
-    if (fs::is_directory(fs::u8path(path), unknown)) { // which some systems open like a file
+    if (fs::is_directory(fs::u8path(path), unknown)) { // some systems open them like files
         errno = EISDIR;
         ThrowFileError("cannot read", path);
     }
@@ -46,7 +46,7 @@ std::string ReadBytes(const std::string& path)
     return ReadBytes(file, path);
 }
 
-// NOLINTNEXTLINE(misc-no-recursion): folders lie in folders
+// NOLINTNEXTLINE(misc-no-recursion): folders are nested
 void Search(const fs::path& folder, const std::string& pattern, std::vector<FoundFile>& found)
 {
     std::error_code error;
@@ -58,7 +58,7 @@ void Search(const fs::path& folder, const std::string& pattern, std::vector<Foun
             {folder.u8string(), "cannot search " + Quoted(folder.u8string()) + ": " + error.message()});
     std::sort(entries.begin(), entries.end());
     for (const fs::path& entry : entries) {
-        std::error_code unknown; // then it is tried as a file, and that tells why it can't be read
+        std::error_code unknown; // on error, reading it as a file reports why
         if (fs::is_directory(fs::symlink_status(entry, unknown)))
             Search(entry, pattern, found);
         else if (FitsPattern(entry.filename(), pattern) && !fs::is_directory(entry, unknown))
@@ -109,7 +109,7 @@ std::vector<FoundFile> FindFiles(const std::vector<std::string>& paths, const st
         else
             Search(fs::u8path(path), pattern, found);
         if (found.size() == countBefore)
-            found.push_back({path, "no file in " + Quoted(path) + " is called " + Quoted(pattern)});
+            found.push_back({path, "no file in " + Quoted(path) + " matches " + Quoted(pattern)});
     }
     return found;
 }

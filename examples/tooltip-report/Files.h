@@ -1,6 +1,6 @@
 #pragma once
 
-/// Tooltip files: finding, reading and writing them.
+/// Finding, reading and writing tooltip files.
 
 #include <corvaneplatform/TString.h>
 
@@ -18,10 +18,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Throws a `FileError` of what the system has just refused: `what`, the path, and the reason in `errno`.
+/// Throws a `FileError` whose message is `what`, the path and the text of `errno`.
 [[noreturn]] void ThrowFileError(const std::string& what, const std::string& path);
 
-/// The name that stands for standard input.
+/// The path that denotes standard input.
 constexpr char StandardInput[] = "-";
 
 constexpr char ByteOrderMark[] = "\xEF\xBB\xBF";
@@ -29,34 +29,34 @@ constexpr char ByteOrderMark[] = "\xEF\xBB\xBF";
 struct TooltipFile
 {
     std::string Path;
-    bool HasByteOrderMark; ///< it isn't part of the text, but comes back when the text is written
+    bool HasByteOrderMark; ///< not part of `Text`; preserved when the file is written
     TString Text;
 };
 
 /// Reads a file, or standard input. Throws `FileError`.
 [[nodiscard]] TooltipFile ReadTooltip(const std::string& path);
 
-/// The lines of a file without their ends; empty ones are left out. Throws `FileError`.
+/// Returns the lines of a file, without line ends and empty lines. Throws `FileError`.
 [[nodiscard]] std::vector<TString> ReadLines(const std::string& path);
 
-/// A file to read, or why there is none: `Problem` is empty or a message for the user.
+/// A file to read; or, if `Problem` isn't empty, a message for the user on why it can't be read.
 struct FoundFile
 {
     std::string Path;
     std::string Problem;
 };
 
-/// The given files, and in the place of each folder the files in it, at any depth, whose names fit `pattern`,
-/// which is one of the shell's. Those of a folder come in the order of their names. Links to folders aren't
-/// followed there.
+/// Returns the given files, each folder replaced by the files in it, at any depth, whose names match the
+/// shell pattern. The entries of a folder are sorted by name. Links to folders aren't followed inside
+/// folders.
 [[nodiscard]] std::vector<FoundFile> FindFiles(const std::vector<std::string>& paths,
                                                const std::string& pattern);
 
-/// Writes `text` as the new text of that file.
+/// Writes `text` to `out`, with a byte order mark if the file has one.
 void PrintTooltip(std::ostream& out, const TooltipFile& file, const TString& text);
 
-/// Replaces the file by one with the new text, whole or not at all, and keeps its mode. If it is a link, what
-/// it leads to is replaced. Throws `FileError`, and has changed nothing then.
+/// Replaces the text of the file atomically; see `ReplaceContent`. Throws `FileError`, and leaves the file
+/// unchanged then.
 void ReplaceTooltip(const TooltipFile& file, const TString& text);
 
 } // namespace tooltipreport

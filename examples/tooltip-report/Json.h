@@ -1,7 +1,6 @@
 #pragma once
 
-/// JSON that is written piece by piece, so that a long document takes no memory, and what its documents
-/// share.
+/// JSON output, and what the documents of all verbs share.
 
 #include "Files.h"
 #include "Positions.h"
@@ -16,7 +15,7 @@ namespace tooltipreport {
 /// A JSON value that keeps the order of its members.
 using Json = nlohmann::ordered_json;
 
-/// Writes one document. Each `Begin...` has its `End`; a name is given within objects alone.
+/// Streams one document, in constant memory. Each `Begin...` needs an `End`. Pass a name in objects only.
 class JsonWriter
 {
 public:
@@ -41,10 +40,10 @@ private:
     std::vector<Level> m_levels;
 };
 
-/// Begins the document of a verb: the version of the form, and the verb.
+/// Begins a document with its `version` and `verb`.
 void BeginDocument(JsonWriter& writer, const std::string& verb);
 
-/// The members `start` and `end` of what stands in that range.
+/// Returns the members `start` and `end` of a range.
 [[nodiscard]] Json RangeMembers(const Positions& positions, corvanemarkup::CorvaneCharRange range);
 
 } // namespace tooltipreport

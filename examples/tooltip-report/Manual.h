@@ -1,6 +1,6 @@
 #pragma once
 
-/// What is made from the program's help: its man page and its completion.
+/// The man page and the Bash completion, generated from the program's help.
 
 #include <CLI/App.hpp>
 
@@ -8,18 +8,18 @@
 
 namespace tooltipreport {
 
-/// A part of the help of the whole program.
+/// A section of the program's general help.
 struct HelpSection
 {
     std::string Title;
     std::string Text;
 };
 
-/// The man page in section 1, as source of `man`.
+/// Returns the source of the man page, for section 1.
 [[nodiscard]] std::string ManPage(const CLI::App& app, const std::vector<HelpSection>& sections);
 
-/// The completion for bash, to be sourced. The type name of an option that takes one of a few words is these
-/// words with `|` in between.
+/// Returns the Bash completion, as a script to source. An option with a fixed set of values has them as its
+/// type name, separated by `|`.
 [[nodiscard]] std::string BashCompletion(const CLI::App& app);
 
 } // namespace tooltipreport

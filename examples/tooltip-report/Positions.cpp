@@ -18,7 +18,7 @@ namespace utf = boost::locale::utf;
 
 constexpr int interval = 256;
 
-/// The position after one more code unit.
+/// Returns the position after the code unit at `position`.
 LineAndColumn After(LineAndColumn position, char16_t unit)
 {
     if (unit == u'\n')
@@ -27,7 +27,7 @@ LineAndColumn After(LineAndColumn position, char16_t unit)
     return {position.Line, position.Column + (utf::utf_traits<char16_t>::is_trail(unit) ? 0 : 1)};
 }
 
-/// How many columns of a terminal the character takes.
+/// Returns the character's width in columns of a terminal.
 std::size_t ColumnsOf([[maybe_unused]] char32_t character)
 {
 #ifdef TOOLTIP_REPORT_UTF8PROC

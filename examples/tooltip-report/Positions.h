@@ -1,6 +1,6 @@
 #pragma once
 
-/// Lines and columns of a tooltip, and lines with a ruler below.
+/// Lines and columns of a tooltip, and lines with a ruler.
 
 #include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>
@@ -12,27 +12,26 @@
 
 namespace tooltipreport {
 
-/// Both count from 1. A line ends with U+000A, which is its last column. Columns count characters, that is
-/// code points.
+/// Both start at 1. A line ends with U+000A, which is its last column. A column is a code point.
 struct LineAndColumn
 {
     int Line;
     int Column;
 };
 
-/// Such as `2:14`.
+/// Returns, for example, `2:14`.
 [[nodiscard]] std::string ToText(LineAndColumn position);
 
-/// Translates between offsets in a text, in UTF-16 code units, and lines and columns. Reads the text once;
-/// then a translation takes a fixed time. The text must outlive it.
+/// Converts between offsets in UTF-16 code units and lines and columns. Takes time linear in the text to
+/// construct; `At` takes constant time, `OffsetOf` logarithmic time. The text must outlive it.
 class Positions
 {
 public:
     explicit Positions(const TString& text);
 
-    /// `offset` lies in the text or at its end.
+    /// Precondition: `offset` is in the text or at its end.
     [[nodiscard]] LineAndColumn At(std::int64_t offset) const;
-    /// None if the text has no such line, or the line no such column. The end of the last line has one.
+    /// Returns none if there is no such line or column. The end of the text has a column.
     [[nodiscard]] boost::optional<int> OffsetOf(LineAndColumn position) const;
 
 private:
@@ -40,8 +39,8 @@ private:
     std::vector<LineAndColumn> m_marks; // at every `interval`th code unit
 };
 
-/// The line where a range starts, and a line of `^` that stand below the range on a terminal. Of a long line
-/// it is a part, with `…` where more follows; an empty range has one `^`.
+/// The line where a range starts, and a line of `^` that underlines the range on a terminal; an empty range
+/// has one `^`. A long line is shortened, with `…` at each cut.
 struct RuledLine
 {
     std::string Line;

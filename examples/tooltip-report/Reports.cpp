@@ -1,10 +1,10 @@
 #include "Reports.h"
 
-#include "Faults.h"
 #include "Json.h"
 #include "Positions.h"
 #include "TooltipText.h"
 
+#include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
@@ -22,45 +22,41 @@ using corvanemarkup::MarkupText;
 using corvanemarkup::VizInTooltipProperties;
 namespace VizInTooltip = corvanemarkup::VizInTooltip;
 
-/// An element that the walk over a tooltip reads, or the one without end that it stops at.
+/// A closed element, or the unterminated one at the end.
 struct Element
 {
     VizInTooltip::ElementRanges Ranges;
+    std::string Kind;
     TString Content;
-    boost::optional<VizInTooltipProperties> Sheet; ///< if it can be read as a sheet element, valid or not
-    std::vector<std::string> Faults;               ///< their kinds
+    boost::optional<VizInTooltipProperties> Sheet; ///< of a valid sheet element
+    std::vector<std::string> Diagnostics;          ///< identifiers
 };
+
+std::string KindOf(const TString& tooltip, const VizInTooltip::ElementRanges& element)
+{
+    constexpr const char* kinds[] = {"plain", "sheet", "invalid-sheet", "unreadable-sheet"};
+    if (element.End == VizInTooltip::ElementEnd::Unterminated)
+        return "unterminated";
+    return kinds[static_cast<std::size_t>(VizInTooltip::GetElementKind(tooltip, element))];
+}
 
 void ForEachElement(const TString& tooltip, const std::function<void(const Element&)>& visit)
 {
-    const auto findings = FindFaults(tooltip, boost::none);
-    auto finding = findings.begin();
+    const auto diagnostics = VizInTooltip::FindDiagnostics(tooltip);
+    auto diagnostic = diagnostics.begin();
     for (const VizInTooltip::ElementRanges& ranges : VizInTooltip::FindElementRanges(tooltip)) {
-        if (ranges.End == VizInTooltip::ElementEnd::Restart)
+        if (ranges.End == VizInTooltip::ElementEnd::Interrupted)
             continue;
-        Element element{ranges, Part(tooltip, ranges.Content), boost::none, {}};
-        if (ranges.End == VizInTooltip::ElementEnd::Bracket)
+        Element element{
+            ranges, KindOf(tooltip, ranges), VizInTooltip::TextIn(tooltip, ranges.Content), {}, {}};
+        if (element.Kind == "sheet")
             element.Sheet = VizInTooltipProperties::FromMarkupText(MarkupText(element.Content));
-        for (; finding != findings.end() && finding->Range.start < ranges.Element.end; ++finding) {
-            if (finding->Range.start >= ranges.Element.start)
-                element.Faults.push_back(Identifier(*finding));
-        }
+        for (; diagnostic != diagnostics.end() && diagnostic->Element.start <= ranges.Element.start;
+             ++diagnostic)
+            if (diagnostic->Element.start == ranges.Element.start)
+                element.Diagnostics.push_back(VizInTooltip::GetDiagnosticIdentifier(diagnostic->Kind));
         visit(element);
     }
-}
-
-bool IsValidSheet(const Element& element)
-{
-    return element.Sheet && element.Sheet->IsValid();
-}
-
-std::string KindOf(const Element& element)
-{
-    if (element.Ranges.End == VizInTooltip::ElementEnd::EndOfText)
-        return "without-end";
-    if (element.Sheet)
-        return element.Sheet->IsValid() ? "sheet" : "invalid-sheet";
-    return element.Faults.empty() ? "plain" : "unreadable-sheet";
 }
 
 std::string Bracketed(const TString& field)
@@ -79,9 +75,9 @@ std::string FieldList(const Fields& fields)
 
 std::string Describe(const Element& element)
 {
-    if (element.Ranges.End == VizInTooltip::ElementEnd::EndOfText)
-        return "begins here and has no end; nothing from here on is read";
-    if (IsValidSheet(element)) {
+    if (element.Ranges.End == VizInTooltip::ElementEnd::Unterminated)
+        return "unterminated; no element after it is recognized";
+    if (element.Sheet) {
         const TSize size = element.Sheet->GetSheetSize();
         const auto fields = element.Sheet->GetFilterFields();
         return "sheet " + Quoted(element.Sheet->GetSheetName()) + ", " + std::to_string(size.width) + " x " +
@@ -90,14 +86,14 @@ std::string Describe(const Element& element)
                 : fields.empty()            ? "filter without fields"
                                             : "filter " + FieldList(fields));
     }
-    std::string kinds;
-    for (const std::string& kind : element.Faults)
-        kinds += (kinds.empty() ? "" : ", ") + kind;
-    const std::string what = element.Sheet ? "invalid sheet element" : "not readable as a sheet element";
-    return (kinds.empty() ? "" : what + " (" + kinds + "): ") + Bracketed(element.Content);
+    std::string diagnostics;
+    for (const std::string& identifier : element.Diagnostics)
+        diagnostics += (diagnostics.empty() ? "" : ", ") + identifier;
+    return (element.Kind == "plain" ? "" : element.Kind + " (" + diagnostics + "): ") +
+           Bracketed(element.Content);
 }
 
-/// A title, and lines below it.
+/// A title with indented lines below it.
 class Section
 {
 public:
@@ -125,11 +121,11 @@ Json Texts(const std::vector<TString>& texts)
 
 Json ElementMembers(const Element& element, const Positions& positions)
 {
-    Json members{{"kind", KindOf(element)}};
+    Json members{{"kind", element.Kind}};
     members.update(RangeMembers(positions, element.Ranges.Element));
     members["content"] = ToUtf8(element.Content);
-    members["faults"] = element.Faults;
-    if (IsValidSheet(element)) {
+    members["diagnostics"] = element.Diagnostics;
+    if (element.Sheet) {
         const TSize size = element.Sheet->GetSheetSize();
         members["name"] = ToUtf8(element.Sheet->GetSheetName());
         members["maxwidth"] = size.width;
@@ -149,7 +145,7 @@ std::vector<TString> ChangedSheets(const TooltipFile& previous, const TooltipFil
 void ShowAsText(std::ostream& out, const TooltipFile& tooltip)
 {
     if (tooltip.HasByteOrderMark)
-        out << "The file begins with a byte order mark, which no position counts.\n";
+        out << "The file begins with a byte order mark; positions do not include it.\n";
     const Positions positions(tooltip.Text);
     Section elements(out, "Elements");
     ForEachElement(tooltip.Text, [&](const Element& element) {

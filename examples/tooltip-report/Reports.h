@@ -1,6 +1,6 @@
 #pragma once
 
-/// What the program tells of tooltips that it takes as they are.
+/// The output of `show` and `changes`.
 
 #include "Files.h"
 
@@ -8,11 +8,11 @@
 
 namespace tooltipreport {
 
-/// The elements of a tooltip, its sheets and its filters.
+/// Writes the elements of a tooltip, its sheets and its filters.
 void ShowAsText(std::ostream& out, const TooltipFile& tooltip);
 void ShowAsJson(std::ostream& out, const TooltipFile& tooltip);
 
-/// The sheets whose filters were deleted or modified.
+/// Writes the names of the sheets whose filters were deleted or modified.
 void ShowChangesAsText(std::ostream& out, const TooltipFile& previous, const TooltipFile& current);
 void ShowChangesAsJson(std::ostream& out, const TooltipFile& previous, const TooltipFile& current);
 

@@ -11,7 +11,9 @@ namespace tooltipreport {
 
 namespace {
 
-/// The path as a URI, relative if the path is.
+using corvanemarkup::VizInTooltip::DiagnosticSeverity;
+
+/// Returns the path as a URI, relative if the path is.
 std::string UriOf(const std::string& path)
 {
     constexpr char hexDigits[] = "0123456789ABCDEF";
@@ -45,8 +47,8 @@ public:
     explicit SarifReport(std::ostream& out) : m_writer(out)
     {
         Json rules = Json::array();
-        for (const Finding& finding : OneOfEachKind())
-            rules.push_back({{"id", Identifier(finding)}, {"shortDescription", Text(Message(finding))}});
+        for (const FindingKind& kind : FindingKinds())
+            rules.push_back({{"id", kind.Identifier}, {"shortDescription", Text(kind.Description)}});
         m_writer.BeginObject();
         m_writer.Member("$schema", "https://json.schemastore.org/sarif-2.1.0.json");
         m_writer.Member("version", "2.1.0");
@@ -71,9 +73,9 @@ public:
                                   {"startColumn", start.Column},
                                   {"endLine", end.Line},
                                   {"endColumn", end.Column}};
-            m_writer.Item({{"ruleId", Identifier(finding)},
-                           {"level", finding.IsError ? "error" : "warning"},
-                           {"message", Text(Message(finding))},
+            m_writer.Item({{"ruleId", finding.Identifier},
+                           {"level", finding.Severity == DiagnosticSeverity::Error ? "error" : "warning"},
+                           {"message", Text(finding.Message)},
                            {"locations", Json::array({{{"physicalLocation", std::move(location)}}})}});
         }
     }

@@ -14,7 +14,7 @@ namespace tooltipreport {
 
 namespace {
 
-/// A new file beside another, for its new content. Gone at the end unless it has taken the other's place.
+/// A temporary file next to the one that it is to replace. The destructor removes it unless it was committed.
 class Replacement
 {
 public:
@@ -23,7 +23,7 @@ public:
           m_file(mkstemp(m_newPath.data()))
     {
         if (m_file < 0)
-            ThrowFileError("cannot write beside", m_name);
+            ThrowFileError("cannot create a file next to", m_name);
     }
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
@@ -45,13 +45,13 @@ public:
         }
     }
 
-    /// Puts the new file in the place of the other, with its mode and, where that is allowed, its owner.
+    /// Replaces the other file, and preserves its mode and, where permitted, its owner.
     void Commit()
     {
         struct stat status = {};
         if (stat(m_path.c_str(), &status) != 0)
             ThrowFileError("cannot read", m_name);
-        // The owner first: a change of owner clears some bits of the mode.
+        // The owner first: changing it clears some bits of the mode.
         const bool keepsOwner = fchown(m_file, status.st_uid, status.st_gid) == 0;
         const mode_t mode = keepsOwner ? status.st_mode & 07777U : status.st_mode & 0777U;
         const bool isWritten = fchmod(m_file, mode) == 0 && fsync(m_file) == 0 && close(m_file) == 0;
@@ -75,7 +75,7 @@ std::vector<std::string> ReadCommandLine(int argc, const char* const* argv)
     return {argv + std::min(argc, 1), argv + argc};
 }
 
-void PassBytesAsTheyAre() {} // they do
+void PassBytesAsTheyAre() {} // they are binary already
 
 bool IsTerminalOutput()
 {
@@ -92,7 +92,7 @@ void ReplaceContent(const std::filesystem::path& path, const std::string& name, 
     std::error_code error;
     const std::filesystem::path target = std::filesystem::canonical(path, error);
     errno = error ? error.value() : errno;
-    // A new file could take the place of one that mustn't be written.
+    // Renaming would replace even a read-only file.
     if (error || access(target.c_str(), W_OK) != 0)
         ThrowFileError("cannot write", name);
     Replacement replacement(target, name);

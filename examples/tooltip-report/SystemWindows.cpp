@@ -17,21 +17,21 @@ namespace tooltipreport {
 
 namespace {
 
-/// Throws for what the system has just refused.
+/// Throws a `FileError` with the text of the last error.
 [[noreturn]] void Fail(const std::string& what, const std::string& path)
 {
     const std::error_code error(static_cast<int>(GetLastError()), std::system_category());
     throw FileError(what + ' ' + Quoted(path) + ": " + error.message());
 }
 
-/// Where a file that may be written is, after all links. Throws `FileError`.
+/// Returns the path of a writable file after resolving all links. Throws `FileError`.
 std::filesystem::path FollowLinks(const std::filesystem::path& path, const std::string& name)
 {
     const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         Fail("cannot write", name);
-    std::wstring target(32768, L'\0'); // the longest that there is
+    std::wstring target(32768, L'\0'); // the longest path
     target.resize(GetFinalPathNameByHandleW(file, target.data(), static_cast<DWORD>(target.size()), 0));
     CloseHandle(file);
     return target;
@@ -41,7 +41,7 @@ std::filesystem::path FollowLinks(const std::filesystem::path& path, const std::
 
 std::vector<std::string> ReadCommandLine(int, const char* const*)
 {
-    // What main has got is in the system's code page, in which not all characters have a place.
+    // The arguments of main are in the system's code page, which lacks most characters.
     int count = 0;
     const std::unique_ptr<LPWSTR, decltype(&LocalFree)> arguments(
         CommandLineToArgvW(GetCommandLineW(), &count), &LocalFree);
@@ -60,7 +60,7 @@ void PassBytesAsTheyAre()
 
 bool IsTerminalOutput()
 {
-    DWORD mode = 0; // only a console has one; an older one shows no colours
+    DWORD mode = 0; // only consoles have one, and old consoles don't support colours
     const HANDLE console = GetStdHandle(STD_OUTPUT_HANDLE);
     return GetConsoleMode(console, &mode) != 0 &&
            SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
@@ -81,7 +81,7 @@ void ReplaceContent(const std::filesystem::path& path, const std::string& name, 
 
     std::ofstream file(newPath, std::ios::binary);
     if (!file.is_open())
-        ThrowFileError("cannot write beside", name);
+        ThrowFileError("cannot create a file next to", name);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();
     if (!file)

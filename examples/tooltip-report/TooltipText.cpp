@@ -15,7 +15,7 @@ namespace {
 namespace conv = boost::locale::conv;
 namespace utf = boost::locale::utf;
 
-bool IsFault(utf::code_point codePoint)
+bool IsMalformed(utf::code_point codePoint)
 {
     return codePoint == utf::illegal || codePoint == utf::incomplete;
 }
@@ -25,12 +25,13 @@ bool IsFault(utf::code_point codePoint)
 TString FromUtf8(const std::string& bytes, const std::string& source, std::size_t skipped)
 {
     const auto start = bytes.begin() + static_cast<std::ptrdiff_t>(skipped);
-    // The conversion doesn't tell where it fails, and a text that is too long needn't be converted.
+    // The library's conversion doesn't report where it fails, and a text that is too long needn't be
+    // converted.
     std::size_t unitCount = 0;
     for (auto position = start; position != bytes.end();) {
         const auto offset = position - bytes.begin();
         const utf::code_point codePoint = utf::utf_traits<char>::decode(position, bytes.end());
-        if (IsFault(codePoint))
+        if (IsMalformed(codePoint))
             throw std::runtime_error("bad UTF-8 in " + source + " at byte offset " + std::to_string(offset));
         unitCount += static_cast<std::size_t>(utf::utf_traits<char16_t>::width(codePoint));
     }
@@ -72,7 +73,7 @@ char32_t Symbol(char32_t character)
         return controlPictures + character;
     const bool isFurtherControl =
         (character >= 0x7F && character < 0xA0) || character == 0x2028 || character == 0x2029;
-    return isFurtherControl || IsFault(character) ? replacementCharacter : character;
+    return isFurtherControl || IsMalformed(character) ? replacementCharacter : character;
 }
 
 std::string OnOneLine(const std::string& utf8)
@@ -98,9 +99,9 @@ std::string Quoted(const TString& name)
     return Quoted(ToUtf8(name));
 }
 
-TString Part(const TString& text, corvanemarkup::CorvaneCharRange range)
+std::string Counted(std::size_t count, const std::string& what)
 {
-    return text.mid(static_cast<int>(range.start), static_cast<int>(range.end - range.start));
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
 } // namespace tooltipreport

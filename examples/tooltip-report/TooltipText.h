@@ -1,6 +1,6 @@
 #pragma once
 
-/// How texts come into the program and leave it. All of them are UTF-8 outside.
+/// Conversions between the program's texts and the UTF-8 of its input and output.
 
 #include <corvanemarkup/MarkupElementFinders.h>
 #include <corvaneplatform/TString.h>
@@ -10,28 +10,29 @@
 
 namespace tooltipreport {
 
-/// `bytes` as text, without the first `skipped` of them. Throws with a message that tells the byte offset of
-/// the first fault, and that it lies in `source`.
+/// Converts `bytes`, except the first `skipped` ones. Throws `std::runtime_error`, with `source` in its
+/// message, if they aren't UTF-8, with the byte offset of the first error, or if the text is too long.
 [[nodiscard]] TString FromUtf8(const std::string& bytes, const std::string& source, std::size_t skipped = 0);
 
-/// `text` must be well formed, as all texts are that come from UTF-8 and are cut next to ASCII characters.
+/// Precondition: `text` is well-formed UTF-16, as are texts that come from UTF-8 and are cut next to ASCII
+/// characters.
 [[nodiscard]] std::string ToUtf8(const TString& text);
 
-/// Writes a text as UTF-8, piece by piece, so that a long one takes no further memory.
+/// Writes a text as UTF-8, in constant memory.
 void WriteUtf8(std::ostream& out, const TString& text);
 
-/// What to show in place of a character that would move a terminal's cursor elsewhere: its symbol, or U+FFFD.
-/// Any other character is shown as itself.
+/// Returns a printable replacement for a control character, line separator or malformed code point: its
+/// symbol, or U+FFFD. Returns any other character unchanged.
 [[nodiscard]] char32_t Symbol(char32_t character);
 
-/// `utf8` on one line: with symbols for control characters and line breaks, and for what isn't UTF-8.
+/// Applies `Symbol` to each character, which puts the text on one line. Malformed UTF-8 becomes U+FFFD.
 [[nodiscard]] std::string OnOneLine(const std::string& utf8);
 
-/// A name for the user's eye, on one line and in quotes. A quote in it is doubled, as in a tooltip.
+/// Returns a name for display: on one line, in quotes, with quotes in it doubled as in a tooltip.
 [[nodiscard]] std::string Quoted(const std::string& name);
 [[nodiscard]] std::string Quoted(const TString& name);
 
-/// What stands in that range.
-[[nodiscard]] TString Part(const TString& text, corvanemarkup::CorvaneCharRange range);
+/// Returns a number with a noun, such as `1 file` and `2 files`.
+[[nodiscard]] std::string Counted(std::size_t count, const std::string& what);
 
 } // namespace tooltipreport

@@ -4,6 +4,7 @@
 #include "Edits.h"
 #include "Files.h"
 #include "Positions.h"
+#include "RenameReport.h"
 #include "Reports.h"
 #include "System.h"
 #include "TooltipText.h"
@@ -43,7 +44,7 @@ bool UsesColours(const Arguments& arguments)
     return (noColour == nullptr || *noColour == '\0') && IsTerminalOutput();
 }
 
-/// Calls `use` with each tooltip, and `fail` with the path of what can't be used and the reason.
+/// Calls `use` with each tooltip, and `fail` with each path that can't be read and the problem.
 template <typename Use, typename Fail>
 void ForEachTooltip(const Arguments& arguments, Use use, Fail fail)
 {
@@ -78,10 +79,12 @@ int Check(const Arguments& arguments)
     ForEachTooltip(
         arguments,
         [&](const TooltipFile& tooltip) {
-            std::vector<Finding> findings = FindFaults(tooltip.Text, sheets);
+            std::vector<Finding> findings = FindAll(tooltip.Text, sheets);
             for (Finding& finding : findings) {
-                finding.IsError = finding.IsError || arguments.WarningsAsErrors;
-                ++(finding.IsError ? counts.Errors : counts.Warnings);
+                if (arguments.WarningsAsErrors)
+                    finding.Severity = VizInTooltip::DiagnosticSeverity::Error;
+                ++(finding.Severity == VizInTooltip::DiagnosticSeverity::Error ? counts.Errors
+                                                                               : counts.Warnings);
             }
             ++counts.Files;
             report->Checked(tooltip, findings);
@@ -107,7 +110,7 @@ int ShowTwo(const Arguments& arguments)
     return AllIsWell;
 }
 
-/// Gives the edited tooltip as the arguments want it.
+/// Prints or writes the edited tooltip, or a diff, depending on the arguments.
 void Deliver(const Arguments& arguments, const TooltipFile& tooltip,
              const std::vector<VizInTooltip::TextEdit>& edits)
 {
@@ -121,34 +124,34 @@ void Deliver(const Arguments& arguments, const TooltipFile& tooltip,
 
 int RenameAll(const Arguments& arguments)
 {
-    std::set<TString> sheetsMet;
-    std::set<TString> fieldsMet;
-    int status = AllIsWell;
+    const bool isJson = arguments.Format == "json";
+    const auto report = isJson ? MakeRenameJsonReport(std::cout) : MakeRenameTextReport(std::cerr);
+    RenameCounts counts;
+    Renaming missing = arguments.NewNames;
     ForEachTooltip(
         arguments,
         [&](const TooltipFile& tooltip) {
-            const RenamingEdits renaming = Rename(tooltip, arguments.NewNames);
-            sheetsMet.insert(renaming.SheetsMet.begin(), renaming.SheetsMet.end());
-            fieldsMet.insert(renaming.FieldsMet.begin(), renaming.FieldsMet.end());
-            for (const std::string& message : renaming.Kept) {
-                Complain(message);
-                status = std::max<int>(status, Refused);
+            const RenamingEdits renaming = Rename(tooltip.Text, arguments.NewNames);
+            if (!isJson || arguments.InPlace)
+                Deliver(arguments, tooltip, renaming.Edits);
+            for (const MetName& name : renaming.Met) {
+                counts.Renamed += name.Result == MetName::Outcome::Renamed ? 1 : 0;
+                counts.Kept += name.Result == MetName::Outcome::Kept ? 1 : 0;
+                const bool isSheet = name.Occurrence.Kind == VizInTooltip::NameKind::Sheet;
+                (isSheet ? missing.Sheets : missing.Fields).erase(name.Occurrence.Name);
             }
-            Deliver(arguments, tooltip, renaming.Edits);
+            ++counts.Files;
+            report->Renamed(tooltip, renaming.Met);
         },
-        [&status](const std::string&, const std::string&) { status = Failed; });
-
-    const auto tellMissing = [&status](const auto& newNames, const std::set<TString>& met, const char* what) {
-        for (const auto& names : newNames) {
-            if (met.count(names.first) > 0)
-                continue;
-            Complain(what + (" is called " + Quoted(names.first)));
-            status = std::max<int>(status, Refused);
-        }
-    };
-    tellMissing(arguments.NewNames.Sheets, sheetsMet, "no sheet");
-    tellMissing(arguments.NewNames.Fields, fieldsMet, "no field");
-    return status;
+        [&](const std::string& path, const std::string& problem) {
+            ++counts.Unreadable;
+            report->Unreadable(path, problem);
+        });
+    std::cout.flush();
+    report->End(counts, missing);
+    if (counts.Unreadable > 0)
+        return Failed;
+    return counts.Kept == 0 && missing.Sheets.empty() && missing.Fields.empty() ? AllIsWell : Refused;
 }
 
 int Insert(const Arguments& arguments)
@@ -159,8 +162,8 @@ int Insert(const Arguments& arguments)
         VizInTooltip::InsertFilterFieldAt(tooltip.Text, selection, FromUtf8(arguments.Field, "--field"),
                                           FromUtf8(arguments.ExclusiveField, "--exclusive"));
     if (!insertion) {
-        Complain("no sheet element that can take this field has " + arguments.At +
-                 " between its brackets; tooltip-report check tells what is wrong with elements");
+        Complain("no sheet element at " + arguments.At +
+                 " can take this field; give a position inside a readable one (see tooltip-report check)");
         return Refused;
     }
     Deliver(arguments, tooltip, {insertion->Edit});
@@ -202,7 +205,7 @@ int main(int argc, char** argv)
     using namespace tooltipreport;
     PassBytesAsTheyAre();
     try {
-        // Only a stream of its own tells when reading standard input fails.
+        // A synchronized std::cin doesn't report read errors.
         std::ios::sync_with_stdio(false);
         std::cout.exceptions(std::ios::badbit);
         const int status = Run(ReadCommandLine(argc, argv));
@@ -210,7 +213,7 @@ int main(int argc, char** argv)
         return status;
     } catch (const std::ios_base::failure&) {
         const int error = errno;
-        std::cout.exceptions(std::ios::goodbit); // standard error and the end of the program flush it
+        std::cout.exceptions(std::ios::goodbit); // std::cerr and the end of the program flush it
         Complain("cannot write to standard output: " + std::generic_category().message(error));
     } catch (const std::exception& error) {
         Complain(error.what());

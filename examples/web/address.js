@@ -1,5 +1,4 @@
-// A text in the part of the page's address after the `#`: its code units as they are, deflated, in letters that an address may
-// hold.
+// Stores a text in the fragment of the page's address: its code units, deflated, in the URL-safe variant of Base64.
 
 export const longestAddress = 8000;
 

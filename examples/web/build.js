@@ -1,4 +1,4 @@
-// Writes the page to a folder: node build.js FOLDER.
+// Builds the page in a folder. Usage: node build.js FOLDER
 
 import { build } from 'esbuild';
 import { randomBytes } from 'node:crypto';
@@ -21,6 +21,6 @@ await build({
 mkdirSync(folder, { recursive: true });
 for (const name of ['page.css', 'icon.svg'])
     copyFileSync(name, `${folder}/${name}`);
-// A static page can't have a new one for each visit.
+// One for all visits, as the page is static.
 const nonce = randomBytes(16).toString('base64');
 writeFileSync(`${folder}/index.html`, readFileSync('index.html', 'utf8').replaceAll('@NONCE@', nonce));

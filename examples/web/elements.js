@@ -1,28 +1,28 @@
-// What stands where in a long text that changes at every key: only what lies between the last element known in front of the
-// change and the end of what is shown is read anew.
+// The elements of a long text that changes with every key. Reads only the text between the last known element before the
+// change and the end of the visible part.
 
-import { findAttributeRanges, findElementRanges, readSheetElement } from 'corvanemarkup';
+import { elementKind, findAttributeRanges, findElementRanges } from 'corvanemarkup';
 
 const shifted = ({ start, end }, by) => ({ start: start + by, end: end + by });
 
 export class Elements {
-    #known = []; // in the order of the text
-    #knownUpTo = 0; // between elements; those in front of it are all known
+    #known = []; // in text order
+    #knownUpTo = 0; // not inside an element; all elements before it are known
 
     get #last() {
         return this.#known[this.#known.length - 1];
     }
 
-    // The text from `position` on is another one.
+    // To be called when the text from `position` on has changed.
     forget(position) {
-        this.#knownUpTo = Math.max(0, Math.min(this.#knownUpTo, position - 1)); // a bracket there may become half of a pair
-        // An element that ends right at the change may go on, if that begins with a bracket. And reading can begin anew after
-        // an element with its bracket alone, since one that is given up may leave quotes in force.
+        this.#knownUpTo = Math.max(0, Math.min(this.#knownUpTo, position - 1)); // a bracket before it may become half of a pair
+        // An element that ends right at the change continues if the new text begins with a bracket. Reading can resume only
+        // after an element that ends with a bracket: quotes may still protect brackets after an interrupted one.
         while (this.#known.length > 0 && (this.#last.element.end >= position || this.#last.end !== 'bracket'))
             this.#knownUpTo = Math.min(this.#knownUpTo, this.#known.pop().element.start);
     }
 
-    // The elements that overlap or touch what stands between `from` and `to`.
+    // Returns the elements that overlap or touch the range from `from` to `to`.
     in(doc, from, to) {
         for (let more = 4000; this.#knownUpTo < doc.length && this.#knownUpTo <= to; more *= 4)
             this.#read(doc, Math.min(doc.length, to + more));
@@ -43,7 +43,7 @@ export class Elements {
     }
 
     #read(doc, end) {
-        // From the last element on, or from further on if no run of brackets, which is read in pairs, begins earlier.
+        // Starts after the last element, or later where that can't split a run of brackets, which is read in pairs.
         const lastEnd = this.#last?.element.end ?? 0;
         const near = Math.max(lastEnd, this.#knownUpTo - 100);
         const text = doc.sliceString(near, this.#knownUpTo).replace(/<+$/, '');
@@ -55,23 +55,24 @@ export class Elements {
             cut = start + elements.pop().element.start;
         for (const { element, content, end: ending } of elements)
             this.#known.push({ element: shifted(element, start), content: shifted(content, start), end: ending });
-        // A last bracket may be the first half of a pair, or of an element.
+        // A bracket at the end may be the first half of a pair, or start an element.
         this.#knownUpTo = end === doc.length ? end : Math.max(this.#last?.element.end ?? 0, Math.min(cut, end - 1));
     }
 }
 
-// The attributes of an element, with what is told of the whole: `null` unless it is written as a sheet element.
-export function readSheet(doc, { content, end }) {
-    const text = doc.sliceString(content.start, content.end);
-    if (!/^Sheet\s/.test(text))
-        return null;
-    const isValid = end === 'bracket' && readSheetElement(text)?.isValid === true;
-    const attributes = findAttributeRanges(text, { start: 0, end: text.length }).map((attribute) => ({
-        called: attribute.nameAndValue?.name.toLowerCase() ?? '',
-        name: shifted(attribute.name, content.start),
-        value: shifted(attribute.value, content.start),
-        text: attribute.nameAndValue,
-        fields: attribute.fields.map(({ range, field }) => ({ range: shifted(range, content.start), field })),
-    }));
-    return { isValid, attributes };
+// The kind of an element, and the attributes of one called Sheet.
+export function readElement(doc, { element, content, end }) {
+    const text = doc.sliceString(element.start, element.end);
+    const contentInText = shifted(content, -element.start);
+    const kind = elementKind(text, { element: shifted(element, -element.start), content: contentInText, end });
+    const attributes = kind === 'plain' ? [] : findAttributeRanges(text, contentInText);
+    return {
+        kind,
+        attributes: attributes.map(({ name, value, nameAndValue, fields }) => ({
+            name: shifted(name, element.start),
+            value: shifted(value, element.start),
+            nameAndValue,
+            fields: fields.map(({ range }) => shifted(range, element.start)),
+        })),
+    };
 }

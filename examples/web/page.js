@@ -1,4 +1,4 @@
-// A tooltip editor: a text field that asks the library at every key, and panels that do after a pause.
+// A tooltip editor: a text field that is updated with every key, and panels that are updated after a pause.
 
 import { autocompletion, completionKeymap } from '@codemirror/autocomplete';
 import { lintKeymap, openLintPanel, setDiagnostics } from '@codemirror/lint';
@@ -6,40 +6,21 @@ import { Compartment, EditorSelection, EditorState, Prec } from '@codemirror/sta
 import { Decoration, EditorView, keymap, lineNumbers, ViewPlugin } from '@codemirror/view';
 import { minimalSetup } from 'codemirror';
 import {
-    filterFields, filterFieldsBySheet, findMarkupFaults, insertFilterFieldAt, isFieldName, renameSheetsAndFields,
+    filterFields, filterFieldsBySheet, findDiagnostics, insertFilterFieldAt, isFieldName, renameSheetsAndFields,
     sheetsWithChangedFilters, targetSheetNames,
 } from 'corvanemarkup';
 import { fromHash, longestAddress, toHash } from './address.js';
-import { Elements, readSheet } from './elements.js';
+import { Elements, readElement } from './elements.js';
 
-const samples = new Map(SAMPLES); // put in by the build
+const samples = new Map(SAMPLES); // defined by the build
 const exclusiveField = 'All';
 const pause = 300; // milliseconds
 const mostShown = 200; // of each kind
 
-const sentences = {
-    missingEnd: 'No > ends this element, which hides all that follows it.',
-    openQuotes: 'The quotes stay open, which hides all that follows.',
-    restart: 'Another element begins before this one ends.',
-    otherLetterCase: 'The element must be called Sheet, in these letters.',
-    noAttributes: 'A space and a name="..." must follow.',
-    otherWhiteSpace: 'Only spaces may stand between attributes.',
-    spaceAroundEquals: 'No space may stand around the =.',
-    unquotedValue: 'The value must stand in double quotes.',
-    missingValue: 'The attribute has no value.',
-    unprotectedQuotes: 'The quotes are still open where the element ends.',
-    duplicateAttribute: 'This attribute occurs twice.',
-    missingSheetName: 'The name of the sheet is missing.',
-    invalidSheetSize: 'maxwidth must be from 1 to 2000, and maxheight from 1 to 1500.',
-    unallowedAttribute: 'Only name, maxwidth, maxheight and filter are allowed.',
-    strayFilterText: 'This text stands outside of the fields.',
-    duplicateField: 'This field stands in the filter already.',
-};
-
 const find = (id) => document.getElementById(id);
 const status = (text) => { find('status').textContent = text; };
 
-// What a host would know: here, all that the samples name.
+// The sheets and fields that exist. A host knows them; here they are those in the samples.
 const allSheets = new Set();
 const allFields = new Set([exclusiveField]);
 function learn(tooltip) {
@@ -70,35 +51,35 @@ const colours = ViewPlugin.fromClass(class {
         const marks = [];
         const from = visibleRanges[0]?.from ?? 0;
         const to = visibleRanges.at(-1)?.to ?? 0;
-        const mark = (range, kind) => {
+        const mark = (range, style) => {
             const [start, end] = [Math.max(range.start, from), Math.min(range.end, to)];
             if (start < end)
-                marks.push(Decoration.mark({ class: kind }).range(start, end));
+                marks.push(Decoration.mark({ class: style }).range(start, end));
         };
         for (const element of this.elements.in(doc, from, to)) {
-            const sheet = readSheet(doc, element);
-            mark(element.element, sheet === null ? 'element' : sheet.isValid ? 'sheet' : 'invalid');
-            for (const attribute of sheet?.attributes ?? []) {
-                mark(attribute.name, 'name');
-                attribute.fields.forEach(({ range }) => mark(range, 'field'));
+            const { kind, attributes } = readElement(doc, element);
+            mark(element.element, kind);
+            for (const { name, fields } of attributes) {
+                mark(name, 'name');
+                fields.forEach((field) => mark(field, 'field'));
             }
         }
         this.decorations = Decoration.set(marks, true);
     }
 }, { decorations: (plugin) => plugin.decorations });
 
-// Completion: sheets in a name, fields in a filter, and either after a bracket elsewhere.
+// Completion: sheets in a name, fields in a filter, both after a bracket elsewhere.
 
 function complete(context) {
     const { state, pos } = context;
     const element = context.view.plugin(colours).elements.in(state.doc, pos, pos)
-        .find(({ element: { start, end }, end: ending }) => start < pos && (pos < end || ending === 'endOfText'));
-    const attribute = element && readSheet(state.doc, element)?.attributes
+        .find(({ element: { start, end }, end: ending }) => start < pos && (pos < end || ending === 'unterminated'));
+    const attribute = element && readElement(state.doc, element).attributes
         .find(({ name, value }) => name.end < value.start && value.start <= pos && pos <= value.end);
     const name = attribute && state.sliceDoc(attribute.name.start, attribute.name.end).toLowerCase();
     if (name === 'name') {
         const options = [...allSheets].map((label) => ({ label, apply: label.replaceAll('"', '""') }));
-        return { from: attribute.value.start, to: attribute.text ? attribute.value.end : pos, options };
+        return { from: attribute.value.start, to: attribute.nameAndValue ? attribute.value.end : pos, options };
     }
     const open = context.matchBefore(/<[^<>"]*/);
     if (open === null && !(context.explicit && name === 'filter'))
@@ -121,7 +102,7 @@ function startSheet(view, completion, from, to) {
 
 function apply(edits, cursor) {
     view.dispatch({
-        changes: edits.map(({ replaced, text }) => ({ from: replaced.start, to: replaced.end, insert: text })),
+        changes: edits.map(({ range, newText }) => ({ from: range.start, to: range.end, insert: newText })),
         selection: cursor === undefined ? undefined : EditorSelection.cursor(cursor),
         scrollIntoView: true,
         userEvent: 'input',
@@ -137,7 +118,7 @@ find('insertion').addEventListener('submit', (event) => {
     if (insertion !== null)
         apply([insertion.edit], insertion.newCursorPosition);
     else
-        status(isFieldName(field) ? 'Put the cursor into a sheet element first.' : 'A field can\'t have this name.');
+        status(isFieldName(field) ? 'The cursor is not in a sheet element; move it there.' : 'This is not a valid name for a field.');
 });
 
 find('renaming').addEventListener('submit', (event) => {
@@ -148,13 +129,14 @@ find('renaming').addEventListener('submit', (event) => {
         const edits = renameSheetsAndFields(
             view.state.doc.toString(), kind === 'sheet' ? names : [], kind === 'field' ? names : []);
         apply(edits);
-        status(`Renamed in ${edits.length} place${edits.length === 1 ? '' : 's'}.`);
+        status(edits.length === 0 ? 'Nothing was renamed: the new name is the old one, or it would change other elements.'
+            : `Renamed in ${edits.length} place${edits.length === 1 ? '' : 's'}.`);
     } catch (error) {
-        status(error.condition ? `A ${kind} can't have this name.` : error.message);
+        status(error.condition ? `This is not a valid name for a ${kind}.` : error.message);
     }
 });
 
-// What follows after a pause.
+// Updates after a pause.
 
 let textAtStart = '';
 let pending;
@@ -173,11 +155,9 @@ const quoted = (name) => `"${name}"`;
 async function followUp() {
     const { state } = view;
     const text = state.doc.toString();
-    const faults = findMarkupFaults(text).slice(0, mostShown);
-    view.dispatch(setDiagnostics(state, faults.map(({ kind, range: { start, end }, isError }) => {
-        const message = `Line ${state.doc.lineAt(start).number}: ${sentences[kind]}`;
-        return { from: start, to: end, severity: isError ? 'error' : 'warning', message };
-    })));
+    const diagnostics = findDiagnostics(text).slice(0, mostShown);
+    view.dispatch(setDiagnostics(state, diagnostics.map(({ severity, message, range: { start, end } }) => (
+        { from: start, to: end, severity, message: `Line ${state.doc.lineAt(start).number}: ${message}` }))));
     const sheets = [...targetSheetNames(text)];
     const fieldsBySheet = filterFieldsBySheet(text);
     fill('sheets', sheets.map((sheet) => `${quoted(sheet)}: ${[...fieldsBySheet.get(sheet) ?? ['no fields']].join(', ')}`), makeItem);
@@ -197,12 +177,12 @@ async function followUp() {
 
     const address = new URL(await toHash(text) ?? '#', location.href).href;
     if (view.state.doc !== state.doc)
-        return; // the next pause has its own
+        return; // the update after the next pause handles it
     const fits = address.length <= longestAddress && !address.endsWith('#');
     history.replaceState(null, '', fits ? address : location.pathname + location.search);
     lastText = text;
     if (!fits)
-        status('The text is too long to be kept in the address.');
+        status('The text is too long to save in the address.');
 }
 
 function follow(update) {
@@ -237,7 +217,7 @@ function makeState(text) {
             autocompletion({ override: [complete], icons: false }),
             colours,
             theme.of(themeNow()),
-            EditorState.lineSeparator.of('\n'), // so that all other units stay as they are
+            EditorState.lineSeparator.of('\n'), // alters no other code unit
             EditorView.lineWrapping,
             EditorView.cspNonce.of(document.querySelector('[nonce]').nonce),
             EditorView.contentAttributes.of({ 'aria-label': 'Tooltip', spellcheck: 'false' }),
@@ -246,7 +226,7 @@ function makeState(text) {
     });
 }
 
-const view = new EditorView({ state: makeState(''), parent: find('editor') }); // which needs the nonce from the start
+const view = new EditorView({ state: makeState(''), parent: find('editor') }); // creates the style sheets, with the nonce
 
 function open(text) {
     textAtStart = text;
@@ -265,7 +245,7 @@ async function openAddress() {
         find('samples').value = [...samples].find(([, sample]) => sample === text)?.[0] ?? '';
     } catch {
         open('');
-        status('The address holds no text that can be read.');
+        status('The address does not contain a readable text.');
     }
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
-/// What the library is held to on any text: the textbook, and laws of its own. For tests and the fuzzer.
+/// Comparisons with the reference implementation, and laws that hold for any text. For tests and the fuzzer.
 
+#include "ReferenceScanner.h"
 #include "Testing.h"
-#include "TextbookScanner.h"
 
 #include <corvanemarkup/CorvaneMarkupTokenizer.h>
 #include <corvanemarkup/ParseAttributedMarkupText.h>
@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-/// All that a scan tells, in one form for the library and for the textbook.
+/// All results of scanning a text, by the library or the reference implementation.
 using Scan = std::vector<std::string>;
 
 template <typename Tokenizer, typename Find, typename Collect>
@@ -33,7 +33,7 @@ Scan ScanBy(const TString& text, Tokenizer tokenizer, Find find, Collect collect
             scan.back() += Show(tokenizer.GetContentOfCurrentMarkupElement());
     }
     const TString delimiters = Text(u"a\u3C3C\0"sv);
-    for (const bool isSheetMarkup : {true, false, false, true, true}) { // steps that no walk takes, too
+    for (const bool isSheetMarkup : {true, false, false, true, true}) { // includes orders that no walk has
         tokenizer.FindEndOfTokenAndUpdateStartIfNeeded(isSheetMarkup);
         note(0);
         tokenizer.FindStartOfToken();
@@ -53,12 +53,12 @@ Scan ScanBy(const TString& text, Tokenizer tokenizer, Find find, Collect collect
 }
 
 /// The fields of a filter value, with their ranges in it.
-inline std::vector<textbook::Element> FieldsByTextbook(const TString& filterValue)
+inline std::vector<reference::Element> FieldsByReference(const TString& filterValue)
 {
-    return textbook::FindCharRangesOfKnownMarkupElements(filterValue, [](auto&) { return true; });
+    return reference::FindCharRangesOfKnownMarkupElements(filterValue, [](auto&) { return true; });
 }
 
-inline std::vector<TString> NamesOf(const std::vector<textbook::Element>& fields)
+inline std::vector<TString> NamesOf(const std::vector<reference::Element>& fields)
 {
     return corvane::transform_to<std::vector<TString>>(fields, [](auto& field) { return field.second; });
 }
@@ -70,10 +70,10 @@ inline Scan ScanByLibrary(const TString& text)
                   CollectMarkupElements, VizInTooltipProperties(filter).GetFilterFields());
 }
 
-inline Scan ScanByTextbook(const TString& text)
+inline Scan ScanByReference(const TString& text)
 {
-    return ScanBy(text, textbook::Tokenizer{text}, textbook::FindCharRangesOfKnownMarkupElements,
-                  textbook::CollectMarkupElements, NamesOf(FieldsByTextbook(text)));
+    return ScanBy(text, reference::Tokenizer{text}, reference::FindCharRangesOfKnownMarkupElements,
+                  reference::CollectMarkupElements, NamesOf(FieldsByReference(text)));
 }
 
 inline std::string ReadByLibrary(const TString& tooltip)
@@ -83,19 +83,19 @@ inline std::string ReadByLibrary(const TString& tooltip)
            Show(GetFilterFieldsFromSheetMarkupInTooltipText(tooltip));
 }
 
-inline std::string ReadByTextbook(const TString& tooltip)
+inline std::string ReadByReference(const TString& tooltip)
 {
     std::set<TString> names;
     std::map<TString, std::set<TString>> fieldsBySheet;
     std::vector<TString> allFields;
-    for (const TString& content : textbook::CollectMarkupElements(tooltip)) {
+    for (const TString& content : reference::CollectMarkupElements(tooltip)) {
         const auto element = VizInTooltipProperties::FromMarkupText(MarkupText(content));
         const bool isValid = element && element->IsValid();
         EXPECT_EQ(Show(GetTargetSheetNameFromMarkupText(content)),
                   isValid ? Show(element->GetSheetName()) : "");
         if (!isValid)
             continue;
-        const auto fields = NamesOf(FieldsByTextbook(element->GetFilterValue().get_value_or({})));
+        const auto fields = NamesOf(FieldsByReference(element->GetFilterValue().get_value_or({})));
         names.insert(element->GetSheetName());
         if (!element->HasFilter())
             fieldsBySheet.insert({element->GetSheetName(), {Text(u"All Fields")}});
@@ -106,7 +106,7 @@ inline std::string ReadByTextbook(const TString& tooltip)
     return Show(names) + '\n' + Show(fieldsBySheet) + '\n' + Show(allFields);
 }
 
-/// What is written reads back, unless there is no attribute, or a name holds a space, a `=` or a quote.
+/// The canonical form reads back. Requires an attribute, and names without spaces, `=` and quotes.
 inline void ExpectReadsBack(const AttributeNamesAndValues& list, const TString& elementName)
 {
     const TString markup = list.ToMarkupText(elementName);
@@ -117,11 +117,11 @@ inline void ExpectReadsBack(const AttributeNamesAndValues& list, const TString& 
     EXPECT_TRUE(phrase.Find(u'\0', 0) >= 0 || (isRead && Show(out) == Show(list))) << Show(phrase);
 }
 
-/// Which of the fields of a value that begins at `valueStart` are at the range.
-inline std::vector<int> IndicesByTextbook(const std::vector<textbook::Element>& fields,
-                                          std::int64_t valueStart, const CorvaneCharRange& range)
+/// The indices of those fields, of a value that starts at `valueStart`, that the range touches.
+inline std::vector<int> IndicesByReference(const std::vector<reference::Element>& fields,
+                                           std::int64_t valueStart, const CorvaneCharRange& range)
 {
-    // Any pair of integers is a range; counted from where the value starts, it wraps.
+    // Any pair of integers is a range; rebasing it onto the value wraps.
     const auto start = std::int64_t(std::uint64_t(range.start) - std::uint64_t(valueStart));
     const auto end = std::int64_t(std::uint64_t(range.end) - std::uint64_t(valueStart));
     const auto narrowedStart = static_cast<std::int32_t>(start);
@@ -136,19 +136,19 @@ inline std::vector<int> IndicesByTextbook(const std::vector<textbook::Element>& 
     return indices;
 }
 
-/// What an editor counts on when it inserts a field into a sheet element; `field` has no brackets, and no
-/// attribute's name holds a quote.
+/// What an editor relies on when it inserts a field into a sheet element. Requires a `field` without brackets
+/// and attribute names without quotes.
 inline void ExpectLawsOfEditing(const MarkupText& text, CorvaneCharRange range, const TString& field)
 {
     const TString all = Text(u"ALL");
     const auto edit = [&](const MarkupText& markup, CorvaneCharRange at) {
         return InsertFilterFieldIntoMarkupTextAndGetNewCursorPosition(markup, at, field, all);
     };
-    const auto fields = FieldsByTextbook(
+    const auto fields = FieldsByReference(
         VizInTooltipProperties::FromMarkupText(text)->GetFilterValue().get_value_or(TString()));
     const auto token = FindFilterAttributeToken(text);
     const std::int64_t valueStart = (token ? token->start : 0) + std::int64_t(std::size(u"filter="));
-    const std::vector<int> indices = IndicesByTextbook(fields, valueStart, range);
+    const std::vector<int> indices = IndicesByReference(fields, valueStart, range);
     ASSERT_EQ(Show(GetIndexOfFiltersAtCharRange(text, range)), Show(indices)) << Show(text) << Show(range);
     const NewCursorPositionAndMarkupText edited = edit(text, range);
     const TString& newText = edited.NewMarkupText;
@@ -158,14 +158,14 @@ inline void ExpectLawsOfEditing(const MarkupText& text, CorvaneCharRange range, 
     ASSERT_TRUE(element) << "the new text is a sheet element";
     const int cursor = edited.NewCursorPosition;
     ASSERT_EQ(FindFilterAttributeToken(edited.NewMarkupText)->end, cursor);
-    ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor stands behind the closing quote";
+    ASSERT_EQ(newText[cursor - 1], u'"') << "the cursor is after the closing quote";
     ASSERT_TRUE(cursor == newText.length() || newText[cursor] == u' ');
 
     std::vector<TString> expected = NamesOf(fields);
-    // A field that restarted among protecting quotes may hold brackets that nothing protects in its own text.
-    for (const TString& written : expected) {
+    // A field that starts in an interrupted sheet element may hold brackets that are protected only there.
+    for (const TString& name : expected) {
         TString read;
-        if (FindNextMarkupElement(SurroundWithAngleBrackets(written), 0, read) != 0 || read != written)
+        if (FindNextMarkupElement(SurroundWithAngleBrackets(name), 0, read) != 0 || read != name)
             return;
     }
     const auto erase = [&](const TString& erased) {
@@ -186,5 +186,5 @@ inline void ExpectLawsOfEditing(const MarkupText& text, CorvaneCharRange range, 
 
     const auto once = edit(edited.NewMarkupText, {cursor, cursor});
     ASSERT_EQ(Show(edit(once.NewMarkupText, {cursor, cursor})), Show(once))
-        << "inserted again without a selection, a field changes nothing";
+        << "inserting a field twice changes nothing";
 }

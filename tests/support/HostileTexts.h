@@ -1,19 +1,20 @@
 #pragma once
 
-/// Texts that are made to take long.
+/// Texts that provoke the worst case.
 
 #include "Testing.h"
 
 #include <algorithm>
 
-/// Texts of one kind, in every length. A pattern is stretches between `|`: each once, or over and over after
-/// a `*`, `#` in it counting up, and `%` counting up to 2,000 over and over. `'` stands for a quote.
+/// Texts of one kind and any length. A pattern has parts between `|`; one that starts with `*` is repeated.
+/// In a part, `#` is the number of the repetition, `%` that number modulo 2,000, `@` a name with the hash of
+/// all others, and `'` a quote.
 struct HostileFamily
 {
     std::string Name;
     std::u16string Pattern;
 
-    /// A text of about `length` code units, of which the repeated stretches have equal shares.
+    /// A text of about `length` code units, of which the repeated parts have equal shares.
     TString Make(std::size_t length) const
     {
         const auto repeated = std::count(Pattern.begin(), Pattern.end(), u'*');
@@ -28,6 +29,8 @@ struct HostileFamily
                         text += Number(i);
                     else if (part[j] == u'%')
                         text += Number(i % 2000);
+                    else if (part[j] == u'@')
+                        text += NameOfOneHash(i).constData();
                     else
                         text += part[j];
         }
@@ -35,8 +38,8 @@ struct HostileFamily
     }
 
 private:
-    /// The lowest digit first, so that these don't come in the order of texts. Always as wide, so that the
-    /// texts of all lengths are of one kind.
+    /// Lowest digit first, for texts that aren't sorted, and of fixed width, which keeps texts of all lengths
+    /// alike.
     static std::u16string Number(int number)
     {
         std::u16string digits = TString::number(number, 10, 6, u'0').constData();
@@ -45,43 +48,50 @@ private:
     }
 };
 
-/// All families, each as it is and as the filter value of a sheet element.
+/// All families, each by itself and as the filter value of a sheet element.
 inline std::vector<HostileFamily> HostileFamilies()
 {
     std::vector<HostileFamily> families = {
         {"run of <", u"*<"},
         {"run of >", u"*>"},
         {"run of quotes", u"*'"},
-        {"quotes behind a sheet's start", u"<Sheet name=|*'"},
-        {"unfinished sheet elements", u"*<Sheet name='a' "},
-        {"unfinished quotes", u"*<Sheet name='"},
-        {"elements that restart", u"*<a|>"},
-        {"sheet elements that restart", u"*<Sheet name='a' |>"},
+        {"quotes after a sheet's start", u"<Sheet name=|*'"},
+        {"unterminated sheet elements", u"*<Sheet name='a' "},
+        {"unterminated quotes", u"*<Sheet name='"},
+        {"interrupted elements", u"*<a|>"},
+        {"interrupted sheet elements", u"*<Sheet name='a' |>"},
         {"doubled delimiters in one element", u"<a|*b>>''|>"},
         {"doubled delimiters in one sheet element", u"<Sheet name='a' |*b>>''|>"},
         {"doubled < in elements", u"*<a<<b<<c<<d<<e>"},
-        // A walk that refuses the whole element meets another one, up to the same end, from the second `<` of
-        // each pair. The contents that its predicate sees are quadratic in the text; the long stretches keep
-        // them small.
+        // A walk that rejects the whole element finds another one, with the same end, at the second `<` of
+        // each pair. The contents passed to its predicate are quadratic in the text; the long parts keep them
+        // small.
         {"doubled < far apart in one element", u"<a|*<<" + std::u16string(30000, u'b') + u"|>"},
-        {"doubled < in front of elements", u"*<<a>"},
-        {"doubled > behind elements", u"*<a>>"},
-        // Read from an even offset, the run restarts as the second element, and from an odd one as the first:
-        // a walk that refuses both meets them by turns.
-        {"long elements by turns", u"<|*<<|*a|><|*b|>"},
-        {"elements by turns over and over", u"*<<<a><b>"},
-        {"white space behind the element name", u"<Sheet |* \t|<Sheet name"},
-        {"white space behind the attribute name", u"<Sheet name|*\t |<Sheet name"},
-        {"names that white space follows", u"*<Sheet name\t"},
+        {"doubled < before elements", u"*<<a>"},
+        {"doubled > after elements", u"*<a>>"},
+        // From even and odd offsets, the run leads to different elements: a walk that rejects both
+        // alternates.
+        {"alternating long elements", u"<|*<<|*a|><|*b|>"},
+        // Reaches the last delimiters outside elements, in a sheet element and between quotes in turn.
+        {"three alternating long elements", u"*<<Sheet name='| '<c'<d|*b|'>'>"},
+        {"repeated alternating elements", u"*<<<a><b>"},
+        {"white space after the element name", u"<Sheet |* \t|<Sheet name"},
+        {"white space after the attribute name", u"<Sheet name|*\t |<Sheet name"},
+        {"names with white space after them", u"*<Sheet name\t"},
         {"numbered fields", u"*<f#>,"},
-        {"a wide number", u"<Sheet name='a' maxwidth='|*1|'>"},
+        {"a long number", u"<Sheet name='a' maxwidth='|*1|'>"},
         {"attributes", u"<Sheet name='a'|* n#='v'|>"},
         {"attributes of one name", u"<Sheet name='a'|* filter='<v#>'|>"},
         {"numbered elements", u"*<a#>"},
         {"sheets", u"*<Sheet name='s#' filter='<f>'>"},
         {"elements of 2,000 sheets", u"*<Sheet name='s%' filter='<f#>'>"},
         {"elements of one sheet", u"*<Sheet name='s' filter='<f#>'>"},
-        {"elements in elements that restart", u"*<Sheet name= <f>,"},
+        {"sheets with equal hashes", u"*<Sheet name='@' filter='<f>'>"},
+        {"one large element of a sheet and small ones",
+         u"<Sheet name='s' filter='|*<a>,|'>|*<Sheet name='s' filter='<f#>'>"},
+        {"one large element of each kind and small ones",
+         u"*<a#>|<a|*b|>|*<b#>|<Sheet name='s' x='|*c|'>|*<Sheet name='s' x='#'>"},
+        {"elements in interrupted elements", u"*<Sheet name= <f>,"},
         {"invalid sheet elements", u"*<Sheet name='' name='#'>"},
     };
     for (std::size_t i = 0, count = families.size(); i < count; ++i) {

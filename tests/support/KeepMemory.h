@@ -6,9 +6,8 @@
 #include <malloc.h>
 #endif
 
-/// Keeps the memory that the process once had, and asks for it by 16 MiB, which other threads would do page
-/// by page: what the system takes to give new pages would look like growth, or like threads that hold each
-/// other up.
+/// Keeps freed memory in the process, and requests it in steps of 16 MiB, where other threads would request
+/// single pages: the cost of new pages would look like growth, or like contention between threads.
 inline void KeepMemory()
 {
 #if defined(__GLIBC__)

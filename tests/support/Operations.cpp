@@ -20,8 +20,16 @@ bool AskAtEveryOffset(const Arguments& a)
 {
     bool isSheetMarkup = false;
     for (int offset = 0; offset < a.Text.length(); ++offset)
-        isSheetMarkup = IsSheetMarkupText(a.Text, offset) || a.InFront.IsTextAtOffsetSheetMarkup(offset);
+        isSheetMarkup = IsSheetMarkupText(a.Text, offset) || a.Tokenizer.IsTextAtOffsetSheetMarkup(offset);
     return isSheetMarkup;
+}
+
+void ReadAllOf(const TString& tooltip)
+{
+    for (const ElementRanges& element : FindElementRanges(tooltip))
+        (void)GetElementKind(tooltip, element);
+    for (const Diagnostic& diagnostic : FindDiagnostics(tooltip))
+        (void)GetDiagnosticMessage(tooltip, diagnostic);
 }
 
 } // namespace
@@ -31,7 +39,7 @@ Arguments::Arguments(const TString& text)
       List(ParseAttributedMarkupText(Content, ::Text(u"Sheet")).get_value_or(AttributeNamesAndValues({}))),
       Delimiters(std::u16string(static_cast<std::size_t>(text.length()), u'\u4E00').c_str(), -1)
 {
-    InFront.FindNextMarkupElement(0);
+    Tokenizer.FindNextMarkupElement(0);
     for (const auto& names : {Fields, Sheet.GetFilterFields(), {Sheet.GetSheetName()}})
         for (const TString& name : names)
             NewNames[name] = ::Text(u"y'");
@@ -61,6 +69,7 @@ const std::vector<Operation>& Operations()
         CALL(a.List.GetAttributeValueForName(AttributeName(a.Text))),
         CALL(a.List.ReplaceOrAdd(AttributeName(a.Text), a.Text)),
         CALL(a.List.ToMarkupText(a.Text)),
+        CALL(TString(a.Text).replace(u'"', Text(u"''"))),
         CALL(TokenizeAttributedMarkupText(a.Content)),
         CALL(ParseAttributedMarkupText(a.Content, Text(u"Sheet"))),
         CALL(MakeSheetMarkupAttributeString({AttributeName(a.Text), a.Text})),
@@ -70,11 +79,11 @@ const std::vector<Operation>& Operations()
         CALL(UnescapeQuotes(a.Written = a.Quoted)),
         CALL(FindNameValuePairs(a.Phrase, (a.Pairs.clear(), a.Pairs))),
         CALL(FindAttributeTokenOffsetAndContent(a.Content, AttributeName(Text(u"none")))),
-        CALL(a.InFront.FindNextMarkupElement(2)),
-        CALL(Walk(a.InFront)),
-        CALL(CorvaneMarkupTokenizer(a.InFront).FindOneOfNotEscaped(a.Delimiters)),
-        CALL(CorvaneMarkupTokenizer(a.InFront).FindStartOfToken()),
-        CALL(CorvaneMarkupTokenizer(a.InFront).FindEndOfTokenAndUpdateStartIfNeeded(true)),
+        CALL(a.Tokenizer.FindNextMarkupElement(2)),
+        CALL(Walk(a.Tokenizer)),
+        CALL(CorvaneMarkupTokenizer(a.Tokenizer).FindOneOfNotEscaped(a.Delimiters)),
+        CALL(CorvaneMarkupTokenizer(a.Tokenizer).FindStartOfToken()),
+        CALL(CorvaneMarkupTokenizer(a.Tokenizer).FindEndOfTokenAndUpdateStartIfNeeded(true)),
         CALL(FindNextMarkupElement(a.Text, 0, a.Written)),
         CALL(FindNextKnownMarkupElement(a.Text, 0, a.Length, a.Written, [](auto&) { return true; })),
         CALL(FindCharRangesOfKnownMarkupElements(a.Text, [](auto&) { return true; })),
@@ -107,7 +116,9 @@ const std::vector<Operation>& Operations()
         CALL(GetFilterFieldsFromSheetMarkupInTooltipText(a.Text)),
         CALL(FindElementRanges(a.Text)),
         CALL(FindAttributeRanges(a.Text, {1, a.Text.length()})),
-        CALL(FindMarkupFaults(a.Text)),
+        CALL(FindDiagnostics(a.Text)),
+        CALL(ReadAllOf(a.Text)),
+        CALL(FindSheetAndFieldNames(a.Text)),
         CALL(ApplyTextEdits(a.Text, RenameSheetsAndFields(a.Text, a.NewNames, a.NewNames))),
         CALL(InsertFilterFieldAt(a.Text, {9, 9}, Text(u"f"), a.Text)),
     };

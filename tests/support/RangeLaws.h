@@ -1,10 +1,10 @@
 #pragma once
 
-/// What ranges, faults and edits are held to on any tooltip: the operations that read one element, and laws.
+/// Laws of ranges, diagnostics and edits on any tooltip, and comparisons with the operations on one element.
 
 #include "Testing.h"
 
-#include <corvanemarkup/MarkupFaults.h>
+#include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
@@ -23,7 +23,7 @@ inline bool IsFilter(const AttributeRanges& attribute)
     return attribute.NameAndValue && attribute.NameAndValue->Name == Name(u"filter");
 }
 
-/// A tooltip as elements, attributes and fields, with names replaced as `newNames` tells.
+/// A tooltip as elements, attributes and fields, with names replaced by `newNames`.
 inline std::string ShowReading(const TString& tooltip, const std::map<TString, TString>& newNames = {})
 {
     const auto renamed = [&](const TString& name) {
@@ -62,9 +62,9 @@ inline void ExpectAttributes(const TString& tooltip, const ElementRanges& elemen
         EXPECT_TRUE(isOrdered);
         end = attribute.Attribute.end;
         for (const auto& [range, field] : attribute.Fields) {
-            TString written = PartOf(tooltip, range);
-            UnescapeQuotes(written);
-            EXPECT_EQ(written, SurroundWithAngleBrackets(field));
+            TString unescaped = PartOf(tooltip, range);
+            UnescapeQuotes(unescaped);
+            EXPECT_EQ(unescaped, SurroundWithAngleBrackets(field));
             EXPECT_TRUE(attribute.Value.start <= range.start && range.end <= attribute.Value.end);
         }
         if (!attribute.NameAndValue)
@@ -73,6 +73,8 @@ inline void ExpectAttributes(const TString& tooltip, const ElementRanges& elemen
         TString value = PartOf(tooltip, attribute.Value);
         UnescapeQuotes(value);
         EXPECT_EQ(Show(namesAndValues.back()), Show(PartOf(tooltip, attribute.Name)) + '=' + Show(value));
+        EXPECT_EQ(Show(attribute.NameAndValue),
+                  Show(ExtractNameAndValue(PartOf(tooltip, attribute.Attribute))));
     }
     const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(PartOf(tooltip, element.Content)));
     if (!sheet)
@@ -87,31 +89,37 @@ inline void ExpectAttributes(const TString& tooltip, const ElementRanges& elemen
     EXPECT_EQ(Show(fields), Show(sheet->GetFilterFields()));
 }
 
-/// The faults of one element, against what judges it by itself.
-inline void ExpectFaults(const TString& tooltip, const ElementRanges& element,
-                         const std::vector<MarkupFault>& all)
+/// Compares the diagnostics of one element with its validation.
+inline void ExpectDiagnostics(const TString& tooltip, const ElementRanges& element,
+                              const std::vector<Diagnostic>& all)
 {
-    using Kind = MarkupFaultKind;
-    std::vector<MarkupFault> faults;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(faults), [&](const MarkupFault& fault) {
-        return element.Element.start <= fault.Range.start && fault.Range.end <= element.Element.end;
+    using Kind = DiagnosticKind;
+    std::vector<Diagnostic> diagnostics;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(diagnostics), [&](const Diagnostic& diagnostic) {
+        return Show(diagnostic.Element) == Show(element.Element);
     });
     const auto has = [&](Kind first, Kind last) {
-        return std::any_of(faults.begin(), faults.end(), [&](const MarkupFault& fault) {
-            return first <= fault.Kind && fault.Kind <= last;
+        return std::any_of(diagnostics.begin(), diagnostics.end(), [&](const Diagnostic& diagnostic) {
+            return first <= diagnostic.Kind && diagnostic.Kind <= last;
         });
     };
     const TString content = PartOf(tooltip, element.Content);
     const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(content));
+    const ElementKind kind = GetElementKind(tooltip, element);
     const bool isEnded = element.End == ElementEnd::Bracket;
     const bool isValid = sheet && sheet->IsValid() && isEnded;
+    EXPECT_EQ(kind == ElementKind::Sheet, isValid);
+    EXPECT_EQ(kind == ElementKind::InvalidSheet, sheet && !isValid);
     const bool isCalledSheet = content.left(5).compare(Text(u"Sheet"), TString::CaseSensitivity(0)) == 0 &&
                                content.mid(5, 1).Trim().empty();
-    EXPECT_EQ(has(Kind::Restart, Kind::Restart), element.End == ElementEnd::Restart);
-    EXPECT_EQ(has(Kind::MissingEnd, Kind::OpenQuotes), element.End == ElementEnd::EndOfText);
-    const bool isUnreadable = isCalledSheet && !sheet && element.End != ElementEnd::EndOfText;
+    EXPECT_EQ(has(Kind::InterruptedElement, Kind::InterruptedElement),
+              element.End == ElementEnd::Interrupted);
+    EXPECT_EQ(has(Kind::UnterminatedElement, Kind::UnterminatedQuotes),
+              element.End == ElementEnd::Unterminated);
+    EXPECT_EQ(kind == ElementKind::Plain, !isCalledSheet);
+    const bool isUnreadable = isCalledSheet && !sheet && element.End != ElementEnd::Unterminated;
     if (isUnreadable || !isEnded || !isCalledSheet) {
-        EXPECT_EQ(has(Kind::OtherLetterCase, Kind::UnprotectedQuotes), isUnreadable);
+        EXPECT_EQ(has(Kind::WrongLetterCase, Kind::QuotesOpenAtBracket), isUnreadable);
     }
     EXPECT_EQ(has(Kind::DuplicateAttribute, Kind::DuplicateAttribute),
               sheet && isEnded && sheet->HasDuplicateAttributes());
@@ -119,30 +127,64 @@ inline void ExpectFaults(const TString& tooltip, const ElementRanges& element,
               sheet && isEnded && sheet->MissingSheetName());
     EXPECT_EQ(has(Kind::InvalidSheetSize, Kind::InvalidSheetSize),
               sheet && isEnded && sheet->HasInvalidSheetSize());
-    EXPECT_EQ(has(Kind::UnallowedAttribute, Kind::UnallowedAttribute),
+    EXPECT_EQ(has(Kind::UnknownAttribute, Kind::UnknownAttribute),
               sheet && isEnded && sheet->HasUnallowedAttributes());
     const auto fields = isValid ? sheet->GetFilterFields() : std::vector<TString>();
     EXPECT_EQ(has(Kind::DuplicateField, Kind::DuplicateField),
               std::set<TString>(fields.begin(), fields.end()).size() < fields.size());
-    const bool isError =
-        (isCalledSheet && !isValid && content.Find(u'=', 0) >= 0) || has(Kind::OpenQuotes, Kind::OpenQuotes);
-    EXPECT_TRUE(!isError || !faults.empty());
-    for (const MarkupFault& fault : faults)
-        EXPECT_EQ(fault.IsError, isError);
+    const bool isError = (isCalledSheet && !isValid && content.Find(u'=', 0) >= 0) ||
+                         has(Kind::UnterminatedQuotes, Kind::UnterminatedQuotes);
+    EXPECT_TRUE(!isError || !diagnostics.empty());
+    for (const Diagnostic& diagnostic : diagnostics) {
+        EXPECT_TRUE(element.Element.start <= diagnostic.Range.start &&
+                    diagnostic.Range.end <= element.Element.end);
+        const std::string message = Show(GetDiagnosticMessage(tooltip, diagnostic));
+        EXPECT_TRUE(message.size() > 20 && message.find("{A}") == message.npos) << message;
+        EXPECT_EQ(diagnostic.Severity == DiagnosticSeverity::Error, isError);
+    }
 }
 
-inline void ExpectRangesAndFaults(const TString& tooltip)
+/// The names of sheets and fields, against the operations that list those of valid elements.
+inline void ExpectNames(const TString& tooltip, const std::vector<ElementRanges>& elements)
+{
+    std::set<TString> sheets;
+    std::set<TString> fields;
+    std::int64_t start = 0;
+    for (const SheetOrFieldName& name : FindSheetAndFieldNames(tooltip)) {
+        EXPECT_LE(std::exchange(start, name.Range.start), name.Range.start);
+        TString written = PartOf(tooltip, name.Range);
+        const auto element = std::find_if(elements.begin(), elements.end(), [&](const ElementRanges& other) {
+            return Show(other.Element) == Show(name.Element);
+        });
+        ASSERT_TRUE(element != elements.end());
+        EXPECT_TRUE(element->Content.start <= name.Range.start && name.Range.end <= element->Content.end);
+        EXPECT_EQ(name.Status == NameStatus::InUnclosedElement, element->End != ElementEnd::Bracket);
+        const bool isContent = Show(name.Range) == Show(element->Content);
+        if (!isContent)
+            UnescapeQuotes(written);
+        EXPECT_EQ(Show(written), Show(name.Name));
+        if (name.Status == NameStatus::Reachable && !isContent)
+            (name.Kind == NameKind::Sheet ? sheets : fields).insert(name.Name);
+    }
+    EXPECT_EQ(Show(sheets), Show(GetTargetSheetNamesFromTooltipText(tooltip)));
+    const auto all = GetFilterFieldsFromSheetMarkupInTooltipText(tooltip);
+    EXPECT_EQ(Show(fields), Show(std::set<TString>(all.begin(), all.end())));
+}
+
+inline void ExpectRangesAndDiagnostics(const TString& tooltip)
 {
     SCOPED_TRACE(Show(tooltip));
-    const std::vector<MarkupFault> faults = FindMarkupFaults(tooltip);
-    EXPECT_TRUE(
-        std::is_sorted(faults.begin(), faults.end(), [](const MarkupFault& left, const MarkupFault& right) {
+    const std::vector<Diagnostic> diagnostics = FindDiagnostics(tooltip);
+    EXPECT_TRUE(std::is_sorted(
+        diagnostics.begin(), diagnostics.end(), [](const Diagnostic& left, const Diagnostic& right) {
             return std::pair(left.Range.start, left.Kind) < std::pair(right.Range.start, right.Kind);
         }));
     TString content;
     std::int64_t end = 0;
-    int walked = 0; // up to where the walk over elements came
-    for (const ElementRanges& element : FindElementRanges(tooltip)) {
+    int walked = 0; // the end of the last terminated element
+    const std::vector<ElementRanges> elements = FindElementRanges(tooltip);
+    ExpectNames(tooltip, elements);
+    for (const ElementRanges& element : elements) {
         EXPECT_TRUE(end <= element.Element.start && element.Element.end <= tooltip.length());
         end = element.Element.end;
         EXPECT_EQ(Show(PartOf(tooltip, element.Element)) + (element.End == ElementEnd::Bracket ? "" : ">"),
@@ -153,12 +195,12 @@ inline void ExpectRangesAndFaults(const TString& tooltip)
             walked = static_cast<int>(end);
         }
         ExpectAttributes(tooltip, element);
-        ExpectFaults(tooltip, element, faults);
+        ExpectDiagnostics(tooltip, element, diagnostics);
     }
     EXPECT_EQ(FindNextMarkupElement(tooltip, walked, content), -1);
 }
 
-/// The insertion of `field` at `selection`, against the older one with the fields told that the selection
+/// Compares InsertFilterFieldAt with InsertFilterFieldIntoMarkupText on the fields that the selection
 /// touches.
 inline void ExpectInsertion(const TString& tooltip, const CorvaneCharRange& selection, const TString& field)
 {
@@ -190,8 +232,7 @@ inline void ExpectInsertion(const TString& tooltip, const CorvaneCharRange& sele
         }
         const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(newContent));
         ASSERT_TRUE(sheet);
-        // None where an attribute's name holds a quote, so that what the older insertion writes can't be
-        // read.
+        // None if an attribute's name holds a quote: its canonical form doesn't parse.
         const auto expected = VizInTooltipProperties::FromMarkupText(
             InsertFilterFieldIntoMarkupText(MarkupText(content), field, all, indices));
         if (expected) {
@@ -200,21 +241,26 @@ inline void ExpectInsertion(const TString& tooltip, const CorvaneCharRange& sele
     }
 }
 
-/// Renaming a sheet and a field to names that hold all that has a meaning.
+/// Renames a sheet and a field to names with every special character.
 inline void ExpectRenaming(const TString& tooltip, const TString& sheet, const TString& field)
 {
     for (const std::u16string_view newField : {u"x", u"y''z<<", u"q'r>>"}) {
         if (Text(newField) == sheet)
-            continue; // read anew, a field would be taken for the sheet
+            continue; // ShowReading would rename the field again
         const std::map<TString, TString> newSheets{{sheet, Text(u"'<S>")}};
         const std::map<TString, TString> newFields{{field, Text(newField)}};
         const auto edits = RenameSheetsAndFields(tooltip, newSheets, newFields);
         const TString renamed = ApplyTextEdits(tooltip, edits);
+        const auto names = FindSheetAndFieldNames(tooltip);
+        for (const TextEdit& edit : edits)
+            EXPECT_TRUE(std::any_of(names.begin(), names.end(), [&](const SheetOrFieldName& name) {
+                return name.Status == NameStatus::Reachable && Show(name.Range) == Show(edit.Range);
+            }));
         std::map<TString, TString> all = newSheets;
         all.insert(newFields.begin(), newFields.end());
         EXPECT_EQ(ShowReading(tooltip, all), ShowReading(renamed, all))
             << Show(tooltip) << " -> " << Show(renamed);
         EXPECT_TRUE(newField != u"x" || RenameSheetsAndFields(renamed, newSheets, newFields).empty())
-            << "nothing keeps a plain name out: " << Show(renamed);
+            << "a plain name is always possible: " << Show(renamed);
     }
 }

@@ -1,11 +1,12 @@
 #pragma once
 
-/// Short ways to write texts down and to show results, so that a case is one row of a table.
+/// Concise notations for texts and results, which make a test case one row of a table.
 
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
 #include <corvaneplatform/ThrowLogicException.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
@@ -18,7 +19,7 @@ using namespace corvanemarkup;
 using namespace corvanemarkup::VizInTooltip;
 using namespace corvanemarkup::VizInTooltip::Impl;
 
-/// `'` stands for a quote, here and in what is shown.
+/// Each `'` becomes a double quote; `Show` does the reverse.
 inline TString Text(std::u16string_view text)
 {
     return TString(text.data(), static_cast<int>(text.size())).replace(u'\'', TString(u"\"", 1));
@@ -34,7 +35,26 @@ inline AttributeName Name(std::u16string_view name)
     return AttributeName(Text(name));
 }
 
-/// Printable ASCII as it is, any other code unit as `{1F}`.
+/// Names of eight units, distinct for numbers below 0x8000, that have one hash in the library's table of
+/// texts: the last four units undo the effect of the first four.
+inline TString NameOfOneHash(int number)
+{
+    std::u16string units;
+    do {
+        units = TString::number(number, 16, 4, u'0').constData();
+        std::uint64_t hash = 8;
+        for (std::size_t i = 0; i < 4; ++i)
+            hash ^= std::uint64_t(units[i]) << (16 * i);
+        hash *= 0x9E3779B97F4A7C15;
+        hash ^= hash >> 32;
+        for (int i = 0; i < 4; ++i)
+            units += static_cast<char16_t>(hash >> (16 * i));
+        number += 0x8000;
+    } while (units.find_first_of(u"<>\"\0"sv) != units.npos);
+    return TString(units.data(), 8);
+}
+
+/// Printable ASCII unchanged, other code units as `{1F}`.
 inline std::string Show(const TString& text)
 {
     std::string shown;
@@ -99,7 +119,7 @@ auto Show(const List& list) -> decltype(list.begin(), std::string())
     return shown;
 }
 
-/// What `function` gives, shown; or the condition that it finds broken, with the source.
+/// The result of `function`, or the source and condition of its precondition violation.
 template <typename Function, typename... Arguments>
 std::string ShowOrCondition(Function function, const Arguments&... arguments)
 {
@@ -110,11 +130,10 @@ std::string ShowOrCondition(Function function, const Arguments&... arguments)
     }
 }
 
-/// A table of cases.
 template <typename... Columns>
 using Rows = std::vector<std::tuple<Columns...>>;
 
-/// Calls `visit` with every text that is made of up to `count` of the fragments.
+/// Calls `visit` with every concatenation of up to `count` fragments.
 template <typename Fragments, typename Visit>
 void ForEachText(const Fragments& fragments, int count, Visit visit, const std::u16string& text = {})
 {

@@ -1,6 +1,6 @@
-/// The binding, native. A line of the input is the index of an operation, the number of words of its
-/// arguments, and these; a line of the output is the words of the result, or a `!` and the condition that is
-/// broken.
+/// The binding as a native program. A line of input is the index of an operation, the number of words of its
+/// arguments, and the words. A line of output is the words of the result, or `!` and the condition that a
+/// precondition violation reports.
 
 #include "../Binding.cpp"
 

@@ -1,14 +1,14 @@
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { statSync } from 'node:fs';
+import { readFileSync, statSync } from 'node:fs';
 import test from 'node:test';
 import { Worker } from 'node:worker_threads';
 import { buildSync } from 'esbuild';
 
-// The module's functions, seen from between the package and the module.
+// Intercepts the calls from the package to the module.
 const calls = [];
 let memory;
-let answer = null; // the words that take the place of the module's answer
+let answer = null; // words to return instead of the module's answer
 const instantiate = WebAssembly.instantiate;
 WebAssembly.instantiate = async (...given) => {
     const { exports } = await instantiate(...given);
@@ -39,10 +39,11 @@ const fragments = [
 ];
 const randomText = (most) => Array.from({ length: random(most + 1) }, () => fragments[random(fragments.length)]).join('');
 
-// The questions about these texts, each as a function.
+// Returns one call of each function with these arguments.
 function questions({ offset, range, tooltip, other, name }) {
     const m = markup;
     const names = new Map([[name, other]]);
+    const element = m.findElementRanges(tooltip)[offset] ?? { element: range, content: range, end: 'interrupted' };
     return [
         [m.targetSheetNames, tooltip], [m.filterFieldsBySheet, tooltip], [m.filterFields, tooltip],
         [m.sheetsWithChangedFilters, tooltip, other], [m.markupElements, tooltip], [m.isSheetMarkup, tooltip, offset],
@@ -52,14 +53,15 @@ function questions({ offset, range, tooltip, other, name }) {
         [m.findSheetName, tooltip], [m.findFilterAttribute, tooltip], [m.filterIndicesAt, tooltip, range],
         [m.insertFilterField, tooltip, name, other, [offset, offset + 1]],
         [m.insertFilterFieldAtCursor, tooltip, range, name, other],
-        [m.findElementRanges, tooltip], [m.findAttributeRanges, tooltip, range], [m.findMarkupFaults, tooltip],
-        [m.applyTextEdits, tooltip, [{ replaced: range, text: name }, { replaced: { start: range.end, end: range.end }, text: other }]],
+        [m.findElementRanges, tooltip], [m.elementKind, tooltip, element], [m.findAttributeRanges, tooltip, range],
+        [m.findSheetAndFieldNames, tooltip], [m.findDiagnostics, tooltip],
+        [m.applyTextEdits, tooltip, [{ range, newText: name }, { range: { start: range.end, end: range.end }, newText: other }]],
         [m.isFieldName, name], [m.renameSheetsAndFields, tooltip, names, names],
         [m.insertFilterFieldAt, tooltip, range, name, other],
     ].map(([ask, ...given]) => () => ask(...given));
 }
 
-// What the module answers, and what the package makes of the answers that the native library has for the same arguments.
+// Compares the results of the module with those that the package reads from the native library's answers.
 function compare(cases) {
     const all = cases.flatMap(questions);
     calls.length = 0;
@@ -79,7 +81,7 @@ function compare(cases) {
     answer = null;
 }
 
-test('the package answers as the native library does', () => {
+test('the package returns what the native library does', () => {
     for (let round = 0; round < 10; ++round) {
         compare(Array.from({ length: 2000 }, () => {
             const tooltip = randomText(9);
@@ -95,23 +97,34 @@ test('the package answers as the native library does', () => {
     }));
 });
 
-test('every text comes through unit for unit', () => {
+test('types and documentation list the kinds of the library', () => {
+    const kinds = markup.diagnosticKinds.map(({ kind }) => kind);
+    const [, union] = /type DiagnosticKind =([^;]*);/.exec(readFileSync('node_modules/corvanemarkup/corvanemarkup.d.ts', 'utf8'));
+    assert.deepEqual([...union.matchAll(/'(.*?)'/g)].map(([, kind]) => kind), kinds);
+    const rows = readFileSync('../../../docs/checking.md', 'utf8').matchAll(/^\| `([a-z-]+)` \|/gm);
+    assert.deepEqual(new Set(Array.from(rows, ([, kind]) => kind)), new Set(kinds));
+    assert.ok(Object.isFrozen(markup.diagnosticKinds) && markup.diagnosticKinds.every(Object.isFrozen));
+});
+
+test('no code unit of a text is altered', () => {
     const units = String.fromCharCode(...Array.from({ length: 2 ** 16 }, (_, unit) => unit)).repeat(2);
     for (const text of [units, units.slice(1), ...Array.from({ length: 1000 }, () => randomText(9))]) {
-        assert.ok(markup.applyTextEdits('', [{ replaced: { start: 0, end: 0 }, text }]) === text);
+        assert.ok(markup.applyTextEdits('', [{ range: { start: 0, end: 0 }, newText: text }]) === text);
         const { name, filter } = markup.readSheetElement(markup.makeSheetElement(text, text));
         assert.ok(name === text && filter === text);
     }
 });
 
-test('no memory is lost over 100,000 calls, and none after calls that fail', () => {
+test('100,000 calls leak no memory, even those that fail', () => {
     const call = () => {
         const range = { start: 40, end: 40 };
         markup.insertFilterFieldAt('<Sheet name="a" filter="<a>,<b>"> <a> <Sheet name = "a">', range, 'c', 'd');
         assert.throws(() => markup.findSheetName('Sheet filter="<a>,<b>"'), { name: 'PreconditionError', condition: 'nameToken' });
         assert.throws(() => markup.targetSheetNames(7), TypeError);
+        assert.throws(() => markup.elementKind('', { element: range, content: range, end: 'restart' }), TypeError);
     };
     const used = () => {
+        calls.length = 0;
         globalThis.gc();
         const { heapUsed, external, arrayBuffers } = process.memoryUsage();
         return heapUsed + external + arrayBuffers;
@@ -124,12 +137,12 @@ test('no memory is lost over 100,000 calls, and none after calls that fail', () 
     assert.ok(used() < before + 2 ** 20);
 });
 
-test('without memory a call fails, and the next one goes on', () => {
+test('a call without enough memory fails, and the next one succeeds', () => {
     const longest = 'a'.repeat(2 ** 29 - 24);
     const named = [['a', 'b'.repeat(10 ** 7)]];
     for (const fail of [
-        () => markup.sheetsWithChangedFilters(longest, longest), // no room for the arguments
-        () => markup.renameSheetsAndFields('<a>'.repeat(60), [], named), // nor for what is done with them
+        () => markup.sheetsWithChangedFilters(longest, longest), // not enough memory for the arguments
+        () => markup.renameSheetsAndFields('<a>'.repeat(60), [], named), // or for the operation
     ]) {
         assert.throws(fail, { name: 'RangeError' });
         assert.deepEqual(markup.markupElements('<a>'), new Set('a'));
@@ -147,4 +160,4 @@ test('a bundle works in a worker', async () => {
     assert.deepEqual(answer, new Set(['\ud800']));
 });
 
-test('the package is small', () => assert.ok(statSync('../corvanemarkup.tgz').size <= 40000));
+test('the package is small', () => assert.ok(statSync('../corvanemarkup.tgz').size <= 45000));

@@ -1,17 +1,18 @@
-// Every function once, by its types and names.
+// Calls every function once, with its declared types.
 
 import assert from 'node:assert/strict';
 import test from 'node:test';
 import {
-    applyTextEdits, filterFields, filterFieldsBySheet, filterIndicesAt, findAttributeRanges, findElementRanges,
-    findFilterAttribute, findMarkupFaults, findSheetName, insertFilterField, insertFilterFieldAt, insertFilterFieldAtCursor,
-    isFieldName, isSheetMarkup, makeSheetElement, markupElements, PreconditionError, readSheetElement, renameSheetsAndFields,
-    replaceSheetName, replaceSheetNameWithThatOf, sheetsWithChangedFilters, targetSheetName, targetSheetNames,
-    targetSheetNamesOfElements, version,
-    type AttributeRanges, type ElementRanges, type MarkupFault, type Range, type SheetElement, type TextEdit,
+    applyTextEdits, diagnosticKinds, elementKind, filterFields, filterFieldsBySheet, filterIndicesAt, findAttributeRanges,
+    findDiagnostics, findElementRanges, findFilterAttribute, findSheetAndFieldNames, findSheetName, insertFilterField,
+    insertFilterFieldAt, insertFilterFieldAtCursor, isFieldName, isSheetMarkup, makeSheetElement, markupElements,
+    PreconditionError, readSheetElement, renameSheetsAndFields, replaceSheetName, replaceSheetNameWithThatOf,
+    sheetsWithChangedFilters, targetSheetName, targetSheetNames, targetSheetNamesOfElements, version,
+    type AttributeRanges, type Diagnostic, type DiagnosticKind, type ElementKind, type ElementRanges, type Range,
+    type SheetElement, type SheetOrFieldName, type TextEdit,
 } from 'corvanemarkup';
 
-test('every function by its types and names', () => {
+test('every function has its declared types and names', () => {
     const tooltip = '<Sheet name="S" filter="<a>,<b>"> <c>';
     const content: Range = { start: 1, end: 32 };
     const element: string = tooltip.slice(content.start, content.end);
@@ -42,20 +43,41 @@ test('every function by its types and names', () => {
     assert.deepEqual([newMarkupText, newCursorPosition] satisfies [string, number], ['Sheet name="S" filter="<x>,<b>"', 31]);
 
     assert.deepEqual(findElementRanges('<c') satisfies ElementRanges[],
-        [{ element: { start: 0, end: 2 }, content: { start: 1, end: 2 }, end: 'endOfText' }]);
+        [{ element: { start: 0, end: 2 }, content: { start: 1, end: 2 }, end: 'unterminated' }]);
     assert.deepEqual((findAttributeRanges(tooltip, content) satisfies AttributeRanges[])[1], {
         attribute: { start: 16, end: 32 }, name: { start: 16, end: 22 }, value: { start: 24, end: 31 },
         nameAndValue: { name: 'filter', value: '<a>,<b>' },
         fields: [{ range: { start: 24, end: 27 }, field: 'a' }, { range: { start: 28, end: 31 }, field: 'b' }],
     });
-    assert.deepEqual(findMarkupFaults('<c') satisfies MarkupFault[],
-        [{ kind: 'missingEnd', range: { start: 0, end: 2 }, isError: false }]);
+
+    const broken = '<Year<Sheet name="A" filter="<x>, y"> <Sheet name=B> <Sheet name="C"';
+    assert.deepEqual(
+        findElementRanges(broken).map((ranges) => [ranges.end, elementKind(broken, ranges)] satisfies [string, ElementKind]),
+        [['interrupted', 'plain'], ['bracket', 'sheet'], ['bracket', 'unreadable-sheet'], ['unterminated', 'invalid-sheet']]);
+    const names: SheetOrFieldName[] = findSheetAndFieldNames(broken);
+    assert.deepEqual(names.map(({ kind, status, name }) => [kind, status, name]), [
+        ['field', 'in-unclosed-element', 'Year'], ['sheet', 'reachable', 'A'], ['field', 'reachable', 'x'],
+        ['field', 'without-brackets', 'y'], ['sheet', 'in-invalid-sheet', 'B'], ['sheet', 'in-unclosed-element', 'C'],
+    ]);
+    assert.deepEqual([names[4]?.range, names[4]?.element], [{ start: 50, end: 51 }, { start: 38, end: 52 }]);
+    assert.deepEqual(findDiagnostics('if < 5 <Sheet name=B>') satisfies Diagnostic[], [
+        {
+            kind: 'interrupted-element', severity: 'warning', range: { start: 3, end: 7 }, element: { start: 3, end: 7 },
+            message: "'<' is not closed before the next '<'; add '>', or write '<<' for a literal '<'",
+        },
+        {
+            kind: 'unquoted-value', severity: 'error', range: { start: 14, end: 20 }, element: { start: 7, end: 21 },
+            message: "the value in 'name=B' is not enclosed in double quotes; write 'name=\"value\"'",
+        },
+    ]);
+    assert.deepEqual(diagnosticKinds[2] satisfies { readonly kind: DiagnosticKind; readonly description: string } | undefined,
+        { kind: 'interrupted-element', description: "An element is not closed before the next '<'." });
 
     const edits: TextEdit[] = renameSheetsAndFields(tooltip, new Map([['S', 'T']]), [['c', 'd']]);
     assert.equal(applyTextEdits(tooltip, edits) satisfies string, '<Sheet name="T" filter="<a>,<b>"> <d>');
     assert.equal(isFieldName('<') satisfies boolean, false);
     assert.deepEqual(insertFilterFieldAt(tooltip, cursor, 'x', 'All') satisfies { edit: TextEdit; newCursorPosition: number } | null,
-        { edit: { replaced: { start: 24, end: 31 }, text: '<x>,<b>' }, newCursorPosition: 32 });
+        { edit: { range: { start: 24, end: 31 }, newText: '<x>,<b>' }, newCursorPosition: 32 });
     const refused: (error: PreconditionError) => boolean = (error) => error.condition === 'isInOrder';
-    assert.throws(() => applyTextEdits('', [{ replaced: cursor, text: '' }]), refused);
+    assert.throws(() => applyTextEdits('', [{ range: cursor, newText: '' }]), refused);
 });

@@ -1,5 +1,7 @@
 #pragma once
 
+/// The host's type of sizes.
+
 class TSize
 {
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+/// The host's string type.
+
 #include <algorithm>
 #include <climits>
 #include <memory>
@@ -7,11 +9,11 @@
 #include <string>
 #include <vector>
 
-/// A host's string: its code units are shared between copies until one of them changes. It has what the
-/// library asks for and no more, with names of its own for what the library passes by value.
+/// Copies share their code units until one of them changes. Provides only what the library requires. The
+/// enumerators have other names, since the library only uses their values.
 class TString
 {
-    using Units = std::vector<char16_t>; // with a terminating 0 that doesn't count
+    using Units = std::vector<char16_t>; // including a terminating 0
 
 public:
     enum CaseSensitivity { IgnoreCase, RespectCase };

@@ -1,9 +1,10 @@
 #pragma once
 
+/// How the library reports precondition violations to this host.
+
 #include <stdexcept>
 #include <string>
 
-/// The host's own exception.
 class LogicException : public std::logic_error
 {
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+/// Transforms one container into another.
+
 #include <iterator>
 
 namespace corvane {

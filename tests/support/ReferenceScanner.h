@@ -1,11 +1,10 @@
 #pragma once
 
-/// The rules of scanning, one step after the other, with no thought of speed: what the library is held
-/// against.
+/// The reference implementation of scanning: the literal rules, without regard to speed.
 
 #include <corvanemarkup/MarkupElementFinders.h>
 
-namespace textbook {
+namespace reference {
 
 inline bool IsSheetMarkupText(const TString& text, int offset)
 {
@@ -114,4 +113,4 @@ inline std::set<TString> CollectMarkupElements(const TString& text)
     return contents;
 }
 
-} // namespace textbook
+} // namespace reference

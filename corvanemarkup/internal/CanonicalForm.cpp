@@ -1,5 +1,5 @@
+#include <corvanemarkup/internal/CanonicalForm.h>
 #include <corvanemarkup/internal/DelimiterSearch.h>
-#include <corvanemarkup/internal/WrittenForm.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -10,28 +10,28 @@ using namespace VizInTooltip::Impl;
 
 namespace {
 
-/// An attribute's name with the `="` after it, in words.
-struct WrittenName
+/// The name of an attribute and the `="` after it, as words.
+struct CanonicalName
 {
     static constexpr std::size_t MostWords = 3;
     static constexpr std::size_t MostUnits = MostWords * UnitsInWord;
 
     std::size_t Length;
-    std::uint64_t Words[MostWords]; ///< with zeros after the end
+    std::uint64_t Words[MostWords]; ///< zero after the end
     std::uint64_t Masks[MostWords]; ///< the bits of `Words` that belong to the name
 };
 
-constexpr WrittenName WrittenNameOf(TextView literal)
+constexpr CanonicalName CanonicalNameOf(TextView literal)
 {
-    char16_t units[WrittenName::MostUnits] = {};
-    char16_t masks[WrittenName::MostUnits] = {};
-    WrittenName name{};
+    char16_t units[CanonicalName::MostUnits] = {};
+    char16_t masks[CanonicalName::MostUnits] = {};
+    CanonicalName name{};
     for (const TextView part : {literal, TextView(u"=\"")})
         for (const char16_t unit : part) {
             units[name.Length] = unit;
             masks[name.Length++] = 0xFFFF;
         }
-    for (std::size_t i = 0; i < WrittenName::MostWords; ++i) {
+    for (std::size_t i = 0; i < CanonicalName::MostWords; ++i) {
         name.Words[i] = WordAt(units + i * UnitsInWord);
         name.Masks[i] = WordAt(masks + i * UnitsInWord);
     }
@@ -40,22 +40,22 @@ constexpr WrittenName WrittenNameOf(TextView literal)
 
 constexpr std::size_t NameCount = std::size(SheetMarkupAttributeLiterals);
 
-struct WrittenNames
+struct CanonicalNames
 {
-    WrittenName Names[NameCount];
+    CanonicalName Names[NameCount];
 };
 
-constexpr WrittenNames MakeWrittenNames()
+constexpr CanonicalNames MakeCanonicalNames()
 {
-    WrittenNames all{};
+    CanonicalNames all{};
     for (std::size_t i = 0; i < NameCount; ++i)
-        all.Names[i] = WrittenNameOf(SheetMarkupAttributeLiterals[i]);
+        all.Names[i] = CanonicalNameOf(SheetMarkupAttributeLiterals[i]);
     return all;
 }
 
-constexpr WrittenNames AllNames = MakeWrittenNames();
+constexpr CanonicalNames AllNames = MakeCanonicalNames();
 
-constexpr bool FirstWordsTellNamesApart()
+constexpr bool FirstWordsDiffer()
 {
     for (std::size_t i = 0; i < NameCount; ++i) {
         if (SheetMarkupAttributeLiterals[i].size() < UnitsInWord)
@@ -66,41 +66,40 @@ constexpr bool FirstWordsTellNamesApart()
     }
     return true;
 }
-static_assert(FirstWordsTellNamesApart());
+static_assert(FirstWordsDiffer());
 
-/// Tells which of the names stands at `units`, of which as many as the longest name has can be read. Which
-/// one it is can't be foreseen, so that no branch depends on it: it is computed, since compilers make
-/// branches of a choice.
+/// Finds the name at `units`. REQUIRES: `CanonicalName::MostUnits` units can be read. No branch depends on
+/// the name, which is unpredictable: the index is computed, since compilers turn conditionals into branches.
 inline bool FindName(const char16_t* units, std::size_t& index)
 {
     const std::uint64_t firstWord = WordAt(units);
     index = 0;
     for (std::size_t i = 1; i < NameCount; ++i)
         index += i * std::size_t(firstWord == AllNames.Names[i].Words[0]);
-    const WrittenName& name = AllNames.Names[index];
+    const CanonicalName& name = AllNames.Names[index];
     std::uint64_t difference = firstWord ^ name.Words[0];
-    for (std::size_t i = 1; i < WrittenName::MostWords; ++i)
+    for (std::size_t i = 1; i < CanonicalName::MostWords; ++i)
         difference |= (WordAt(units + i * UnitsInWord) & name.Masks[i]) ^ name.Words[i];
     return difference == 0;
 }
 
-/// Tells which of the names stands at `position`.
+/// Finds the name at `position`.
 inline bool FindName(TextView text, std::size_t position, std::size_t& index)
 {
-    if (text.size() - position >= WrittenName::MostUnits)
+    if (text.size() - position >= CanonicalName::MostUnits)
         return FindName(text.data() + position, index);
-    char16_t rest[WrittenName::MostUnits] = {};
+    char16_t rest[CanonicalName::MostUnits] = {};
     std::copy(text.begin() + static_cast<std::ptrdiff_t>(position), text.end(), rest);
     return FindName(rest, index);
 }
 
-/// The quotes of a text, one after the other.
+/// Finds the quotes of a text, in text order.
 class QuoteReader
 {
 public:
     QuoteReader(TextView text, std::size_t from) : m_text(text) { ReadFrom(from); }
 
-    /// The position of the next quote, or `NotFound`.
+    /// Returns the position of the next quote, or `NotFound`.
     std::size_t Next()
     {
         while (m_mask == 0) {
@@ -128,14 +127,14 @@ private:
     }
 
     TextView m_text;
-    std::size_t m_start; ///< of what the mask tells of
+    std::size_t m_start; ///< of the units that `m_mask` covers
     std::size_t m_end;
     std::uint64_t m_mask;
 };
 
 } // namespace
 
-std::size_t ReadWrittenElement(TextView text, std::size_t position, SheetAttributeValues& values)
+std::size_t ReadCanonicalElement(TextView text, std::size_t position, SheetAttributeValues& values)
 {
     values = {};
     bool hasAttributes = false;
@@ -147,8 +146,8 @@ std::size_t ReadWrittenElement(TextView text, std::size_t position, SheetAttribu
         std::size_t index = 0;
         if (!FindName(text, position, index))
             break;
-        // Where the value starts could be told by the length of the name as well. But then each attribute
-        // would have to wait for the name of the one before it.
+        // The start of the value also follows from the length of the name, but then the position of each
+        // attribute would depend on the name of the previous one.
         const std::size_t openingQuote = quotes.Next();
         std::size_t closingQuote = quotes.Next();
         while (closingQuote != NotFound && IsDoubled(text, closingQuote)) {
