@@ -134,8 +134,8 @@ const char16_t* DescribeWhiteSpace(TextView text)
 
 std::u16string LargestValueOf(TextView attribute)
 {
-    const TextView name = attribute.substr(0, attribute.find(u'='));
-    const bool isWidth = AreSameAttributeName(name, LiteralOf(Impl::SheetMarkupAttribute::MaxWidth));
+    const TextView width = LiteralOf(Impl::SheetMarkupAttribute::MaxWidth);
+    const bool isWidth = AreSameAttributeName(attribute.substr(0, width.size()), width);
     return Number(isWidth ? LargestMaxSize.width : LargestMaxSize.height);
 }
 

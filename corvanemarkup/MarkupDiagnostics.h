@@ -24,8 +24,7 @@ enum class DiagnosticKind : std::int32_t {
     InterruptedElement = 2,  ///< abandoned at a further `<`: up to that
 
     /// **Of unreadable elements called Sheet, except unterminated ones:** each attribute has only the first
-    /// of
-    /// `InvalidWhiteSpace` to `QuotesOpenAtBracket` that applies
+    /// that applies of `InvalidWhiteSpace` to `QuotesOpenAtBracket`
     ///
     WrongLetterCase = 3,     ///< the element's name, which isn't spelled `Sheet`
     MissingAttributes = 4,   ///< the element's name, which only white space follows

@@ -1,5 +1,6 @@
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/internal/ContentReader.h>
+#include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/EditedElement.h>
 #include <corvanemarkup/internal/ElementWalk.h>
 #include <corvanemarkup/internal/LenientReader.h>
@@ -53,7 +54,7 @@ void NameFinder::FindInElement()
     const bool isClosed = m_element.EndsWith == Ending::Bracket;
     const TextView content = m_element.Content;
     const bool isCalledSheet = IsCalledSheet(content);
-    if (!isCalledSheet || (isClosed && IsPlain(m_text, content)))
+    if (isCalledSheet ? isClosed && IsPlain(m_text, content) : isClosed || !content.empty())
         Add(NameKind::Field, isClosed ? NameStatus::Reachable : NameStatus::InUnclosedElement, content,
             ToString(content));
     if (!isCalledSheet)
@@ -81,16 +82,15 @@ void NameFinder::FindInUnreadable()
         TextView value = Trimmed(attribute.Whole.substr(equals + 1));
         if (!value.empty() && value.front() == u'"') {
             value.remove_prefix(1);
-            if (attribute.FirstProblem != LenientAttribute::Problem::UnterminatedQuotes && !value.empty())
-                value.remove_suffix(1);
+            value = value.substr(0, FindNotEscaped<u'"'>(value, 0));
         }
-        AddOf(Trimmed(attribute.Whole.substr(0, equals)), value);
+        AddOf(attribute.Whole.substr(0, equals), value);
     }
 }
 
 void NameFinder::AddOf(TextView attributeName, TextView rawValue)
 {
-    const auto attribute = FindAllowedAttribute(attributeName);
+    const auto attribute = FindAllowedAttribute(Trimmed(attributeName));
     if (attribute == Impl::SheetMarkupAttribute::Name && !rawValue.empty())
         Add(NameKind::Sheet, m_status, rawValue, Unescape(rawValue));
     if (attribute != Impl::SheetMarkupAttribute::Filter)

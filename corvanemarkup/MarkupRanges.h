@@ -68,7 +68,7 @@ enum class ElementKind : std::int32_t {
 };
 
 /// Returns the kind of one of the elements that `FindElementRanges` returns for that text. Takes time linear
-/// in the element. Ranges outside the text give `Plain`.
+/// in the element. A content range outside the text gives `Plain`.
 [[nodiscard]] CORVANEMARKUP_EXPORT ElementKind GetElementKind(const TString& text,
                                                               const ElementRanges& element);
 
@@ -138,10 +138,10 @@ struct SheetOrFieldName
 ///                                                         ^                    Sheet, InInvalidSheet
 ///                                                                         ^    Sheet, InUnclosedElement
 ///
-/// In an element that isn't readable, names are found as its author probably meant them. Such an element can
-/// also be a field itself, such as `<sheet name="A">`: the content is a reachable field then, and the sheet
-/// another name within it. A sheet name is never empty; outside fields, only what `IsFieldName` accepts is a
-/// name.
+/// In an element called Sheet that isn't valid, names are found as its author probably meant them. One that
+/// isn't readable can also be a field itself, such as `<sheet name="A">`: the content is a reachable field
+/// then, and the sheet another name within it. A sheet name is never empty; outside fields, only what
+/// `IsFieldName` accepts is a name.
 ///
 /// Each edit of `RenameSheetsAndFields` replaces the range of a reachable name. Takes time linear in the
 /// text.

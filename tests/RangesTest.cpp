@@ -227,8 +227,10 @@ TEST(Ranges, Names)
          "[F0 Sheet name = 'S''' filter=b 1-28 in 0-29][S1 S' 15-18 in 0-29][F1 b 27-28 in 0-29][F0 sheet "
          "name=T 30-42 in 29-43][S1 T 41-42 in 29-43]"
          "[F0 Sheet 2 44-51 in 43-52]"},
-        {"interrupted and unterminated ones", u"<a <Sheet name='S' <Sheet filter='<b>,<c",
-         "[F2 a  1-3 in 0-3][S2 S 16-17 in 3-19][F2 b 35-36 in 19-40]"},
+        {"open quotes after spaces, and a tab next to a name", u"<Sheet name = 'S><Sheet x='' name\t='T'>",
+         "[F0 Sheet name = 'S 1-16 in 0-17][S1 S 15-16 in 0-17][S1 T 36-37 in 17-39]"},
+        {"interrupted and unterminated ones", u"<a <Sheet name='S' <Sheet filter='<b>,<c' <",
+         "[F2 a  1-3 in 0-3][S2 S 16-17 in 3-19][F2 b 35-36 in 19-42]"},
         {"text in a filter, if it can be a field", u"<Sheet name='S' filter=', b c ;<d>e,<'>",
          "[S0 S 13-14 in 0-39][F3 b c ; 26-31 in 0-39][F0 d 32-33 in 0-39][F3 e 34-35 in 0-39]"},
     };

@@ -217,7 +217,7 @@ void Run(Result (&function)(Arguments...))
 {
     std::tuple<std::decay_t<Arguments>...> arguments{};
     std::apply([](auto&... values) { Reader(buffer.data()).ReadAll(values...); }, arguments);
-    buffer = {}; // no second copy of a long text during the call
+    buffer = Words(); // no second copy of a long text during the call; {} would keep the memory
     const auto result = std::apply(function, arguments);
     Words words;
     Writer(words).Write(result);

@@ -61,7 +61,10 @@ public:
                          " renamed, " + std::to_string(Count(names, Outcome::Kept)) + " not renamed\n";
     }
 
-    void Unreadable(const std::string& /*path*/, const std::string& /*problem*/) override {}
+    void Unreadable(const std::string& /*path*/, const std::string& /*problem*/) override
+    {
+        FlushLastFile(); // a line about this file follows
+    }
 
     void End(const RenameCounts& counts, const Renaming& missing) override
     {

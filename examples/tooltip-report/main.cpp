@@ -54,8 +54,8 @@ void ForEachTooltip(const Arguments& arguments, Use use, Fail fail)
                 throw FileError(found.Problem);
             use(ReadTooltip(found.Path));
         } catch (const FileError& error) {
-            Complain(error.what());
             fail(found.Path, error.what());
+            Complain(error.what());
         }
     }
 }
@@ -132,13 +132,15 @@ int RenameAll(const Arguments& arguments)
         arguments,
         [&](const TooltipFile& tooltip) {
             const RenamingEdits renaming = Rename(tooltip.Text, arguments.NewNames);
+            for (const MetName& name : renaming.Met) {
+                const bool isSheet = name.Occurrence.Kind == VizInTooltip::NameKind::Sheet;
+                (isSheet ? missing.Sheets : missing.Fields).erase(name.Occurrence.Name);
+            }
             if (!isJson || arguments.InPlace)
                 Deliver(arguments, tooltip, renaming.Edits);
             for (const MetName& name : renaming.Met) {
                 counts.Renamed += name.Result == MetName::Outcome::Renamed ? 1 : 0;
                 counts.Kept += name.Result == MetName::Outcome::Kept ? 1 : 0;
-                const bool isSheet = name.Occurrence.Kind == VizInTooltip::NameKind::Sheet;
-                (isSheet ? missing.Sheets : missing.Fields).erase(name.Occurrence.Name);
             }
             ++counts.Files;
             report->Renamed(tooltip, renaming.Met);
