@@ -138,8 +138,8 @@ inline void ExpectDiagnostics(const TString& tooltip, const ElementRanges& eleme
     for (const Diagnostic& diagnostic : diagnostics) {
         EXPECT_TRUE(element.Element.start <= diagnostic.Range.start &&
                     diagnostic.Range.end <= element.Element.end);
-        const std::string message = Show(GetDiagnosticMessage(tooltip, diagnostic));
-        EXPECT_TRUE(message.size() > 20 && message.find("{A}") == message.npos) << message;
+        const TString message = GetDiagnosticMessage(tooltip, diagnostic);
+        EXPECT_TRUE(message.length() > 20 && message.Find(u'\n', 0) < 0) << Show(message);
         EXPECT_EQ(diagnostic.Severity == DiagnosticSeverity::Error, isError);
     }
 }
