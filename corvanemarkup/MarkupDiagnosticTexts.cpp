@@ -1,7 +1,7 @@
 #include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/SheetMarkupFormat.h>
-#include <corvanemarkup/internal/AttributeReader.h>
-#include <corvanemarkup/internal/RangeOf.h>
+#include <corvanemarkup/internal/ContentReader.h>
+#include <corvanemarkup/internal/TextView.h>
 
 #include <string>
 

@@ -1,12 +1,12 @@
 #include <corvanemarkup/MarkupDiagnostics.h>
-#include <corvanemarkup/internal/ContentReader.h>
+#include <corvanemarkup/internal/EditedElement.h>
 #include <corvanemarkup/internal/ElementWalk.h>
 #include <corvanemarkup/internal/FewOrMany.h>
+#include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/LenientReader.h>
-#include <corvanemarkup/internal/RangeOf.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
 #include <corvanemarkup/internal/SheetSize.h>
-#include <corvanemarkup/internal/WhiteSpace.h>
+#include <corvanemarkup/internal/TextView.h>
 
 #include <algorithm>
 #include <set>
@@ -54,7 +54,7 @@ private:
     TextView m_text;
     std::vector<Diagnostic> m_diagnostics;
     // Of the current element; members only to reuse their memory.
-    FewOrMany<AttributeParts> m_attributes;
+    ReadableElement m_read;
     FewOrMany<Field> m_fields;
     std::u16string m_scratch;
 };
@@ -74,14 +74,7 @@ void DiagnosticFinder::FindIn(const WalkedElement& element)
     const bool isCalledSheet = IsCalledSheet(element.Content);
     const bool isCut = element.EndsWith == Ending::Bracket || element.EndsWith == Ending::Interrupted;
     if (isCalledSheet && isCut) {
-        bool isReadable = HasElementNameAt(element.Content, 0);
-        m_attributes.Clear();
-        ContentReader reader(element.Content);
-        for (AttributeParts parts; isReadable && reader.Next(parts);) {
-            m_attributes.Add() = parts;
-            isReadable = parts.IsNameAndValue;
-        }
-        if (!isReadable) {
+        if (!ReadElement(element.Content, m_read)) {
             FindInUnreadable(element.Content);
         } else if (element.EndsWith == Ending::Bracket) {
             const std::size_t before = m_diagnostics.size();
@@ -90,7 +83,7 @@ void DiagnosticFinder::FindIn(const WalkedElement& element)
         }
     }
     if (isValid)
-        for (const AttributeParts& attribute : m_attributes)
+        for (const AttributeParts& attribute : m_read.Attributes)
             if (FindAllowedAttribute(attribute.Name) == SheetMarkupAttribute::Filter)
                 FindInFilter(attribute.RawValue);
 
@@ -157,7 +150,7 @@ void DiagnosticFinder::FindInAttributes(const WalkedElement& element)
 {
     bool hasAllowed[std::size(Impl::SheetMarkupAttributeLiterals)] = {};
     std::set<AttributeName> unknownNames;
-    for (const AttributeParts& attribute : m_attributes) {
+    for (const AttributeParts& attribute : m_read.Attributes) {
         const auto allowed = FindAllowedAttribute(attribute.Name);
         if (!allowed) {
             Add(DiagnosticKind::UnknownAttribute, attribute.Whole);

@@ -1,11 +1,61 @@
 #include <corvanemarkup/MarkupElementFinders.h>
 #include <corvanemarkup/internal/ElementLookup.h>
 #include <corvanemarkup/internal/MarkupScanner.h>
-#include <corvanemarkup/internal/RecentContents.h>
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace corvanemarkup {
 
 using namespace Internal;
+
+namespace {
+
+/// Caches the contents of the last six elements, for a walk whose offsets never decrease and which finds a
+/// rejected element repeatedly.
+///
+/// While the walk is before the `<` of such an element, which element a scan finds depends only on two
+/// things: its state at that `<` (outside, in a sheet element, or inside quotes; a plain element is
+/// interrupted there, and isn't a state of its own), and whether it reads a run of delimiters from an even or
+/// an odd position. These are at most six different elements: none is copied twice while the walk can find it
+/// again.
+class RecentContents
+{
+public:
+    explicit RecentContents(TextView text) : m_text(text) {}
+
+    /// Returns the content of an element; an empty string if there is none. A caller may move from the string
+    /// if it never asks for that element again.
+    TString& ContentOf(ElementBounds element);
+
+private:
+    struct Content
+    {
+        ElementBounds Bounds;
+        TString Text;
+    };
+
+    TextView m_text;
+    TString m_nothing;
+    Content m_recent[6];
+    std::size_t m_oldest = 0;
+};
+
+TString& RecentContents::ContentOf(ElementBounds element)
+{
+    if (!element.Found())
+        return m_nothing;
+    auto* const found = std::find_if(std::begin(m_recent), std::end(m_recent),
+                                     [&](const Content& recent) { return recent.Bounds == element; });
+    if (found != std::end(m_recent))
+        return found->Text;
+    Content& oldest = m_recent[m_oldest++ % std::size(m_recent)];
+    oldest = {element, ToString(element.ContentIn(m_text))};
+    return oldest.Text;
+}
+
+} // namespace
 
 int FindNextMarkupElement(const TString& text, int offset, TString& content)
 {

@@ -3,11 +3,11 @@
 #include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/EditedElement.h>
 #include <corvanemarkup/internal/ElementWalk.h>
+#include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/LenientReader.h>
-#include <corvanemarkup/internal/RangeOf.h>
 #include <corvanemarkup/internal/SheetElement.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
-#include <corvanemarkup/internal/WhiteSpace.h>
+#include <corvanemarkup/internal/TextView.h>
 
 #include <algorithm>
 
@@ -163,7 +163,7 @@ std::vector<AttributeRanges> FindAttributeRanges(const TString& text, CorvaneCha
         AttributeRanges& attribute = attributes.emplace_back(AttributeRanges{
             RangeOf(parts.Whole, whole), RangeOf(parts.Name, whole), RangeOf(parts.RawValue, whole), {}, {}});
         if (parts.IsNameAndValue)
-            attribute.NameAndValue = AttributeView{parts.Name, parts.RawValue}.ToNameAndValue();
+            attribute.NameAndValue = parts.ToNameAndValue();
         if (AreSameAttributeName(parts.Name, LiteralOf(Impl::SheetMarkupAttribute::Filter)))
             ForEachRawField(parts.RawValue, scratch, [&](TextView raw, TextView unescaped) {
                 attribute.Fields.emplace_back(RangeOf(raw, whole),

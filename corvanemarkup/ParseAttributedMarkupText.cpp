@@ -1,6 +1,5 @@
 #include <corvanemarkup/ParseAttributedMarkupText.h>
-#include <corvanemarkup/internal/AttributeReader.h>
-#include <corvanemarkup/internal/TokenReader.h>
+#include <corvanemarkup/internal/ContentReader.h>
 
 namespace corvanemarkup {
 
@@ -9,22 +8,17 @@ using namespace Internal;
 boost::optional<AttributeNamesAndValues> ParseAttributedMarkupText(const MarkupText& markupText,
                                                                    const TString& elementName)
 {
-    TokenReader reader(ViewOf(markupText));
-    TokenView token;
-    if (!reader.Next(token) || token.Text != ViewOf(elementName))
+    ContentReader reader(ViewOf(markupText));
+    TokenView name{};
+    if (!reader.Next(name) || name.Text != ViewOf(elementName))
         return boost::none;
 
     std::vector<AttributeNameAndValue> attributes;
-    while (reader.Next(token)) {
-        if (token.Kind != TokenKind::Attribute)
-            continue;
-        const auto attribute = SplitAttribute(token.Text);
-        if (!attribute)
+    for (AttributeParts attribute; reader.Next(attribute);) {
+        if (!attribute.IsNameAndValue)
             return boost::none;
-        attributes.push_back(attribute->ToNameAndValue());
+        attributes.push_back(attribute.ToNameAndValue());
     }
-    if (reader.Failed())
-        return boost::none;
     return AttributeNamesAndValues(std::move(attributes));
 }
 

@@ -36,6 +36,9 @@ static_assert(std::size(SheetMarkupAttributeLiterals) ==
                   static_cast<std::size_t>(SheetMarkupAttribute::Filter) + 1,
               "each attribute has a name");
 
+/// Stands for the fields of a sheet element without a filter.
+constexpr std::u16string_view AllFieldsLiteral = u"All Fields";
+
 /// Returns the name of an attribute.
 [[nodiscard]] constexpr std::u16string_view LiteralOf(SheetMarkupAttribute attribute)
 {

@@ -1,10 +1,11 @@
 #include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/internal/Check.h>
 #include <corvanemarkup/internal/EditedElement.h>
+#include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/MarkupWriter.h>
-#include <corvanemarkup/internal/RangeOf.h>
 #include <corvanemarkup/internal/SheetElement.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
+#include <corvanemarkup/internal/TextView.h>
 
 #include <algorithm>
 
@@ -131,7 +132,7 @@ bool SheetRenaming::CanApply() const
     for (const Change& change : m_changes)
         if (change.IsApplied)
             length = length + EscapedLength(ViewOf(*change.NewName)) - change.Source.size();
-    ExpectedElement expected{TextWithRoomFor(length), m_read.Attributes.size(), m_read.Filter, m_fields};
+    ExpectedElement expected{TextWithRoomFor(length), m_read.Attributes.Count(), m_read.Filter, m_fields};
     const char16_t* copied = m_element.Content.data();
     for (const Change& change : m_changes) {
         if (!change.IsApplied)
@@ -144,28 +145,6 @@ bool SheetRenaming::CanApply() const
     }
     expected.NewContent.append(copied, m_element.Content.data() + m_element.Content.size());
     return ReadsBackAs(m_element, expected);
-}
-
-/// Returns the fields with the new one. `first` and `last` are the indices of the fields that it replaces,
-/// inclusive; `first` is `NotFound` if there are none.
-std::vector<TextView> InsertInto(std::vector<TextView> fields, std::size_t first, std::size_t last,
-                                 TextView field, TextView exclusiveField)
-{
-    const auto erase = [&fields](TextView erased) {
-        fields.erase(std::remove(fields.begin(), fields.end(), erased), fields.end());
-    };
-    if (field == exclusiveField)
-        return {field};
-    if (first == NotFound) {
-        erase(field);
-        fields.push_back(field);
-    } else {
-        const auto place = fields.begin() + static_cast<std::ptrdiff_t>(first);
-        *place = field;
-        fields.erase(place + 1, fields.begin() + static_cast<std::ptrdiff_t>(last + 1));
-    }
-    erase(exclusiveField);
-    return fields;
 }
 
 } // namespace
@@ -249,18 +228,18 @@ boost::optional<EditAtCursor> InsertFilterFieldAt(const TString& tooltipText, Co
         read.Filter != NotFound ? read.Attributes[read.Filter].RawValue : element.Content.substr(0, 0);
     std::vector<TextView> fields;
     std::size_t first = NotFound;
-    std::size_t last = NotFound;
+    std::size_t end = NotFound;
     std::u16string scratch;
     ForEachRawField(oldValue, scratch, [&](TextView raw, TextView unescaped) {
         const CorvaneCharRange field = RangeOf(raw, text);
         // True if the field strictly contains the cursor, or overlaps the selection.
         if (field.start < selection.end && selection.start < field.end) {
             first = std::min(first, fields.size());
-            last = fields.size();
+            end = fields.size() + 1;
         }
         fields.push_back(unescaped.substr(1, unescaped.size() - 2));
     });
-    fields = InsertInto(std::move(fields), first, last, ViewOf(fieldToInsert), ViewOf(exclusiveField));
+    fields = InsertField(std::move(fields), first, end, ViewOf(fieldToInsert), ViewOf(exclusiveField));
 
     std::uint64_t length = 0;
     for (const TextView field : fields)
@@ -275,9 +254,9 @@ boost::optional<EditAtCursor> InsertFilterFieldAt(const TString& tooltipText, Co
     if (read.Filter != NotFound) {
         AppendEscaped(value, newText);
     } else {
-        const TextView before = read.Attributes.empty()
+        const TextView before = read.Attributes.Count() == 0
                                     ? element.Content.substr(0, Impl::SheetMarkupElementLiteral.size())
-                                    : read.Attributes.back().Whole;
+                                    : read.Attributes[read.Attributes.Count() - 1].Whole;
         replaced = {RangeOf(before, text).end, RangeOf(before, text).end};
         newText = u' ';
         AppendCanonical(LiteralOf(Impl::SheetMarkupAttribute::Filter), value, newText);
@@ -287,8 +266,8 @@ boost::optional<EditAtCursor> InsertFilterFieldAt(const TString& tooltipText, Co
     const CorvaneCharRange content = RangeOf(element.Content, text);
     const bool isNew = read.Filter == NotFound;
     ExpectedElement expected{TextWithRoomFor(element.Content.size() + newText.size()),
-                             read.Attributes.size() + (isNew ? 1 : 0),
-                             isNew ? read.Attributes.size() : read.Filter, std::move(fields)};
+                             read.Attributes.Count() + (isNew ? 1 : 0),
+                             isNew ? read.Attributes.Count() : read.Filter, std::move(fields)};
     expected.NewContent.append(PartOf(text, {content.start, replaced.start}))
         .append(newText)
         .append(PartOf(text, {replaced.end, content.end}));

@@ -1,5 +1,5 @@
 #include <corvanemarkup/TokenizeAttributedMarkupText.h>
-#include <corvanemarkup/internal/TokenReader.h>
+#include <corvanemarkup/internal/ContentReader.h>
 
 namespace corvanemarkup {
 

@@ -2,7 +2,6 @@
 #include <corvanemarkup/VizInTooltip.h>
 #include <corvanemarkup/VizInTooltipImpl.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
-#include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/Check.h>
 #include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/SheetElement.h>
@@ -49,7 +48,7 @@ std::set<TString> FieldsOf(const SheetElement& element)
 {
     std::set<TString> fields;
     if (!element.HasFilter()) {
-        fields.insert(ToString(u"All Fields"));
+        fields.insert(ToString(Impl::AllFieldsLiteral));
         return fields;
     }
     // Fields are often sorted; each string is constructed in place.
@@ -145,11 +144,6 @@ std::vector<SheetElement> SheetElementsByText(const TString& tooltipText)
               [](const auto& left, const auto& right) { return left.first < right.first; });
     return corvane::transform_to<std::vector<SheetElement>>(sorted,
                                                             [](const auto& item) { return *item.second; });
-}
-
-void Erase(std::vector<TString>& fields, const TString& field)
-{
-    fields.erase(std::remove(fields.begin(), fields.end(), field), fields.end());
 }
 
 boost::optional<Impl::AttributeTokenOffsetAndContent> FindToken(const MarkupText& sheetMarkupText,
@@ -270,24 +264,19 @@ MarkupText InsertFilterFieldIntoMarkupText(const MarkupText& sheetMarkupText, co
 {
     const auto vizInTooltipProperties = VizInTooltipProperties::FromMarkupText(sheetMarkupText);
     CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltip", vizInTooltipProperties);
-    if (fieldToInsert == exclusiveField)
-        return vizInTooltipProperties->WithFilterFields({exclusiveField}).ToSheetMarkupText();
-
     std::vector<TString> fields = vizInTooltipProperties->GetFilterFields();
-    if (fieldIndices.empty()) {
-        Erase(fields, fieldToInsert);
-        fields.push_back(fieldToInsert);
-    } else {
+    std::size_t start = NotFound;
+    std::size_t end = NotFound;
+    if (!fieldIndices.empty() && fieldToInsert != exclusiveField) {
         const int first = fieldIndices.front();
         const int last = fieldIndices.back();
         const int fieldCount = static_cast<int>(fields.size());
         CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltip",
                             first >= 0 && first - 1 <= last && last < fieldCount);
-        const auto place = fields.erase(fields.begin() + first, fields.begin() + (last + 1));
-        fields.insert(place, fieldToInsert);
+        start = static_cast<std::size_t>(first);
+        end = static_cast<std::size_t>(last + 1);
     }
-    // The new field isn't the exclusive one, so this doesn't remove it.
-    Erase(fields, exclusiveField);
+    fields = InsertField(std::move(fields), start, end, fieldToInsert, exclusiveField);
     return vizInTooltipProperties->WithFilterFields(fields).ToSheetMarkupText();
 }
 

@@ -1,8 +1,7 @@
 #include <corvanemarkup/VizInTooltipImpl.h>
-#include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/Check.h>
+#include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
-#include <corvanemarkup/internal/TokenReader.h>
 
 namespace corvanemarkup::VizInTooltip::Impl {
 
@@ -15,8 +14,10 @@ bool IsSheetMarkupText(const TString& text, int offset)
 
 boost::optional<AttributeNameAndValue> ExtractNameAndValue(const TString& text)
 {
-    const auto attribute = SplitAttribute(ViewOf(text));
-    return attribute ? attribute->ToNameAndValue() : boost::optional<AttributeNameAndValue>();
+    const AttributeParts attribute = SplitAttribute(ViewOf(text));
+    if (!attribute.IsNameAndValue)
+        return boost::none;
+    return attribute.ToNameAndValue();
 }
 
 bool StripEnclosingQuotes(TString& value)
@@ -56,11 +57,11 @@ bool FindNameValuePairs(const TString& phrase, std::vector<AttributeNameAndValue
         } else if (*pCh == u'"') {
             if (pCh[1] != u' ' && pCh[1] != u'\0')
                 return false;
-            const auto attribute =
+            const AttributeParts attribute =
                 SplitAttribute(TextView(pairStart, static_cast<std::size_t>(pCh + 1 - pairStart)));
-            if (!attribute)
+            if (!attribute.IsNameAndValue)
                 return false;
-            out.push_back(attribute->ToNameAndValue());
+            out.push_back(attribute.ToNameAndValue());
             pairStart = pCh + 1;
             insideQuotes = false;
             sawOtherCharacter = false;
@@ -81,9 +82,10 @@ FindAttributeTokenOffsetAndContent(const MarkupText& markupText, const Attribute
     int offset = 0;
     for (const TokenView& token : tokenizeResult.Tokens) {
         if (token.Kind == TokenKind::Attribute) {
-            const auto attributeNameAndValue = SplitAttribute(token.Text);
+            const AttributeParts attribute = SplitAttribute(token.Text);
+            const bool attributeNameAndValue = attribute.IsNameAndValue;
             CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltipImpl", attributeNameAndValue);
-            if (AreSameAttributeName(attributeNameAndValue->Name, ViewOf(attributeName.GetName())))
+            if (AreSameAttributeName(attribute.Name, ViewOf(attributeName.GetName())))
                 return AttributeTokenOffsetAndContent{offset, ToString(token.Text)};
         }
         offset += static_cast<int>(token.Text.size());

@@ -1,96 +1,77 @@
 #pragma once
 
-/// Reads the attributes of an element's content one by one, even if `VizInTooltipProperties::FromMarkupText`
-/// rejects the content, and the fields of a filter with their source ranges.
+/// Reads an element's content: its tokens and, even if `VizInTooltipProperties::FromMarkupText` rejects it,
+/// its attributes.
 
-#include <corvanemarkup/internal/AttributeReader.h>
-#include <corvanemarkup/internal/DelimiterSearch.h>
-#include <corvanemarkup/internal/FilterFields.h>
+#include <corvanemarkup/AttributeNamesAndValues.h>
+#include <corvanemarkup/TokenKind.h>
 #include <corvanemarkup/internal/TextView.h>
-#include <corvanemarkup/internal/TokenReader.h>
 
-#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace corvanemarkup::Internal {
 
-/// The parts of an attribute, as views of the source text.
+/// Appends the unescaped value, with doubled quotes made single.
+void AppendUnescaped(TextView rawValue, std::u16string& value);
+/// Returns the unescaped value. Doesn't search for quotes unless `mayHoldQuotes`.
+[[nodiscard]] TString Unescape(TextView rawValue, bool mayHoldQuotes = true);
+
+/// Returns whether the texts are equal as attribute names. Requires that the platform's case folding doesn't
+/// make texts of different lengths equal.
+[[nodiscard]] bool AreSameAttributeName(TextView left, TextView right);
+
+/// An attribute, as views of the source text.
 struct AttributeParts
 {
     TextView Whole;
     TextView Name;       ///< up to the first `=`; the whole attribute if there is none
     TextView RawValue;   ///< the rest without its quotes; empty, at the end, if there is no `=`
     bool IsNameAndValue; ///< whether it consists of a name and a quoted value
+
+    [[nodiscard]] AttributeNameAndValue ToNameAndValue() const;
 };
 
-/// Splits an attribute, whose quotes may be unterminated.
-[[nodiscard]] AttributeParts SplitIntoParts(TextView attribute, bool isUnterminated);
+/// Splits an attribute, whose quotes may be unterminated, at its first `=`.
+[[nodiscard]] AttributeParts SplitAttribute(TextView attribute, bool isUnterminated = false);
 
+struct TokenView
+{
+    TokenKind Kind;
+    TextView Text;
+};
+
+/// Reads tokens or attributes one by one. All calls together take time linear in the content.
 class ContentReader
 {
 public:
-    explicit ContentReader(TextView content) : m_tokens(content) {}
+    explicit ContentReader(TextView content);
 
-    /// Sets `parts` to the next attribute; returns false at the end. An attribute with unterminated quotes is
-    /// the last one and extends to the end. A content without a space has no attributes.
-    bool Next(AttributeParts& parts);
+    /// Sets `token` to the next token; returns false at the end of the content and on failure.
+    bool Next(TokenView& token);
+    /// Sets `attribute` to the next attribute; returns false at the end. An attribute with unterminated
+    /// quotes is the last one and extends to the end. A content without a space has no attributes.
+    bool Next(AttributeParts& attribute);
+    /// Returns whether the content can't be tokenized. Final only after `Next` has returned false.
+    [[nodiscard]] bool Failed() const { return m_failed; }
 
 private:
-    TokenReader m_tokens;
-    bool m_isFinished = false;
+    [[nodiscard]] std::size_t FindEndOfAttribute() const;
+
+    TextView m_content;
+    std::size_t m_position = 0;
+    std::size_t m_nameEnd;
+    bool m_nameRead = false;
+    bool m_failed;
 };
 
-/// Calls `visit(raw, unescaped)` with each field of a raw filter value, including its brackets, in text
-/// order. `unescaped` may point into `scratch`; it is valid until `scratch` is modified.
-template <typename Visit>
-void ForEachRawField(TextView rawValue, std::u16string& scratch, Visit visit)
+/// `TokenizeResult` as views.
+struct TokenViews
 {
-    const bool hasQuotes = FindFirstOf<u'"'>(rawValue, 0) != NotFound;
-    scratch.clear();
-    if (hasQuotes)
-        AppendUnescaped(rawValue, scratch);
-    const TextView value = hasQuotes ? TextView(scratch) : rawValue;
+    bool Success;
+    std::vector<TokenView> Tokens;
+};
 
-    std::size_t inValue = 0; // a position in the unescaped value, and the corresponding one in the raw value
-    std::size_t inRaw = 0;
-    const auto moveTo = [&](std::size_t position) {
-        if (!hasQuotes)
-            return position;
-        for (; inValue < position; ++inValue)
-            inRaw += rawValue[inRaw] == u'"' && IsDoubled(rawValue, inRaw) ? 2 : 1;
-        return inRaw;
-    };
-    ForEachField(value, [&](const ElementBounds& field) {
-        const std::size_t start = moveTo(field.Start);
-        const std::size_t end = moveTo(field.End + 1);
-        visit(rawValue.substr(start, end - start), value.substr(field.Start, field.End + 1 - field.Start));
-    });
-}
-
-/// Like `ForEachRawField`, and also calls `visitStray` with each piece of raw text outside fields. Pieces are
-/// separated by commas, exclude surrounding spaces and aren't empty. All calls are in text order.
-template <typename VisitField, typename VisitStray>
-void ForEachFilterPart(TextView rawValue, std::u16string& scratch, VisitField visitField,
-                       VisitStray visitStray)
-{
-    std::size_t position = 0;
-    const auto visitPieces = [&](std::size_t end) {
-        while (position < end) {
-            const std::size_t comma = std::min(rawValue.substr(0, end).find(u',', position), end);
-            const TextView piece = rawValue.substr(position, comma - position);
-            const std::size_t first = piece.find_first_not_of(u' ');
-            if (first != NotFound)
-                visitStray(piece.substr(first, piece.find_last_not_of(u' ') + 1 - first));
-            position = comma + 1;
-        }
-    };
-    ForEachRawField(rawValue, scratch, [&](TextView raw, TextView unescaped) {
-        const auto start = static_cast<std::size_t>(raw.data() - rawValue.data());
-        visitPieces(start);
-        position = start + raw.size();
-        visitField(raw, unescaped);
-    });
-    visitPieces(rawValue.size());
-}
+[[nodiscard]] TokenViews ReadTokens(TextView content);
 
 } // namespace corvanemarkup::Internal

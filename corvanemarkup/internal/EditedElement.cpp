@@ -1,4 +1,5 @@
 #include <corvanemarkup/internal/EditedElement.h>
+#include <corvanemarkup/internal/FilterFields.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
 
 namespace corvanemarkup::Internal {
@@ -7,14 +8,16 @@ bool ReadElement(TextView content, ReadableElement& element)
 {
     if (!HasElementNameAt(content, 0))
         return false;
+    element.Attributes.Clear();
+    element.Filter = NotFound;
     ContentReader reader(content);
-    for (AttributeParts parts; reader.Next(parts);) {
-        if (!parts.IsNameAndValue)
+    for (AttributeParts attribute; reader.Next(attribute);) {
+        if (!attribute.IsNameAndValue)
             return false;
         if (element.Filter == NotFound &&
-            AreSameAttributeName(parts.Name, LiteralOf(VizInTooltip::Impl::SheetMarkupAttribute::Filter)))
-            element.Filter = element.Attributes.size();
-        element.Attributes.push_back(parts);
+            AreSameAttributeName(attribute.Name, LiteralOf(VizInTooltip::Impl::SheetMarkupAttribute::Filter)))
+            element.Filter = element.Attributes.Count();
+        element.Attributes.Add() = attribute;
     }
     return true;
 }
@@ -53,7 +56,7 @@ bool ReadsBackAs(const WalkedElement& old, const ExpectedElement& expected)
 {
     ReadableElement element;
     if (!EndsAtItsBracket(old, expected.NewContent) || !ReadElement(expected.NewContent, element) ||
-        element.Attributes.size() != expected.AttributeCount || element.Filter != expected.Filter)
+        element.Attributes.Count() != expected.AttributeCount || element.Filter != expected.Filter)
         return false;
     if (expected.Filter == NotFound)
         return true;

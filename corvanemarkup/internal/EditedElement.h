@@ -4,6 +4,7 @@
 
 #include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/ElementWalk.h>
+#include <corvanemarkup/internal/FewOrMany.h>
 #include <corvanemarkup/internal/TextView.h>
 
 #include <string>
@@ -14,11 +15,11 @@ namespace corvanemarkup::Internal {
 /// The attributes of a readable element, as `ElementKind` defines it.
 struct ReadableElement
 {
-    std::vector<AttributeParts> Attributes;
+    FewOrMany<AttributeParts> Attributes;
     std::size_t Filter = NotFound; ///< the index of the first `filter`
 };
 
-/// Reads the attributes of `content` into `element`, which must be empty. Returns false if `content` isn't
+/// Reads the attributes of `content` into `element`, whose memory is reused. Returns false if `content` isn't
 /// readable; `element` is unspecified then.
 [[nodiscard]] bool ReadElement(TextView content, ReadableElement& element);
 

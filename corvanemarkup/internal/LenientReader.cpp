@@ -1,7 +1,7 @@
-#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/DelimiterSearch.h>
 #include <corvanemarkup/internal/LenientReader.h>
-#include <corvanemarkup/internal/WhiteSpace.h>
+#include <corvanemarkup/internal/TextView.h>
 
 namespace corvanemarkup::Internal {
 
@@ -49,7 +49,7 @@ LenientAttribute::Problem Judge(const Word& word)
         return Problem::MissingValue;
     if (word.IsUnterminated)
         return Problem::UnterminatedQuotes;
-    return SplitAttribute(word.Text) ? Problem::None : Problem::UnquotedValue;
+    return SplitAttribute(word.Text).IsNameAndValue ? Problem::None : Problem::UnquotedValue;
 }
 
 } // namespace

@@ -3,7 +3,7 @@
 /// Reads the valid sheet elements of a text as views: the queries of `VizInTooltipProperties`, without
 /// allocations.
 
-#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/SheetAttributeValues.h>
 #include <corvanemarkup/internal/TextView.h>
 

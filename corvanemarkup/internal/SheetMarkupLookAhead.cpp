@@ -1,6 +1,6 @@
-#include <corvanemarkup/internal/AttributeReader.h>
+#include <corvanemarkup/internal/ContentReader.h>
 #include <corvanemarkup/internal/SheetMarkupLookAhead.h>
-#include <corvanemarkup/internal/WhiteSpace.h>
+#include <corvanemarkup/internal/TextView.h>
 
 #include <algorithm>
 

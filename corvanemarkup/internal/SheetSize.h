@@ -3,8 +3,8 @@
 /// Reads and validates the size of a sheet.
 
 #include <corvanemarkup/SheetMarkupFormat.h>
-#include <corvanemarkup/internal/AttributeReader.h>
 #include <corvanemarkup/internal/CanonicalForm.h>
+#include <corvanemarkup/internal/ContentReader.h>
 
 namespace corvanemarkup::Internal {
 

@@ -1,8 +1,9 @@
 #pragma once
 
-/// Views of texts, and conversions between the types of the public interface and those of the internal layer.
-/// All parsing works on views: nothing is copied before there is a result.
+/// Views of texts, their white space, and conversions between the types of the public interface and those of
+/// the internal layer. All parsing works on views: nothing is copied before there is a result.
 
+#include <corvanemarkup/CorvaneCharRange.h>
 #include <corvaneplatform/TString.h>
 
 #include <cstddef>
@@ -62,6 +63,54 @@ inline int ToOffset(std::size_t position)
 inline std::size_t FromOffset(int offset)
 {
     return offset < 0 ? NotFound : static_cast<std::size_t>(offset);
+}
+
+/// Returns the range of `part`, a view of a part of `text`.
+[[nodiscard]] inline CorvaneCharRange RangeOf(TextView part, TextView text)
+{
+    const std::int64_t start = part.data() - text.data();
+    return {start, start + static_cast<std::int64_t>(part.size())};
+}
+
+/// Returns the part of `text` in that range. REQUIRES: `IsIn(text, range)`.
+[[nodiscard]] inline TextView PartOf(TextView text, CorvaneCharRange range)
+{
+    return text.substr(static_cast<std::size_t>(range.start),
+                       static_cast<std::size_t>(range.end - range.start));
+}
+
+/// Returns whether 0 <= start <= end <= the length of the text.
+[[nodiscard]] inline bool IsIn(TextView text, CorvaneCharRange range)
+{
+    return 0 <= range.start && range.start <= range.end &&
+           range.end <= static_cast<std::int64_t>(text.size());
+}
+
+/// Returns whether the platform's `TString::Trim` strips `unit`. The platform isn't called for printable
+/// ASCII characters, which nearly all units are.
+[[nodiscard]] inline bool IsWhiteSpace(char16_t unit)
+{
+    if (unit >= u' ' && unit <= u'~')
+        return unit == u' ';
+    return TString(&unit, 1).Trim().empty();
+}
+
+/// Returns the first position at or after `from` without white space; the length of the text if there is
+/// none.
+[[nodiscard]] inline std::size_t SkipWhiteSpace(TextView text, std::size_t from)
+{
+    while (from < text.size() && IsWhiteSpace(text[from]))
+        ++from;
+    return from;
+}
+
+/// Returns `text` without white space at its ends.
+[[nodiscard]] inline TextView Trimmed(TextView text)
+{
+    text.remove_prefix(SkipWhiteSpace(text, 0));
+    while (!text.empty() && IsWhiteSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 } // namespace corvanemarkup::Internal

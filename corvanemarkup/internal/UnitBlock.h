@@ -1,8 +1,8 @@
 #pragma once
 
-/// Compares several code units at once. The only place that uses vector instructions: SSE2, which every
-/// x86-64 processor has; AVX2, which most of them have; and NEON, which every 64-bit Arm processor has.
-/// Otherwise uses words of 64 bits.
+/// Compares several code units at once, by vector instructions: SSE2, which every x86-64 processor has, or
+/// NEON, which every 64-bit Arm processor has; otherwise by words of 64 bits. Only the search for sheet
+/// elements uses further ones: AVX2, which most x86-64 processors have.
 
 #include <cstddef>
 #include <cstdint>
@@ -171,82 +171,5 @@ public:
 private:
     const char16_t* m_units;
 };
-
-#if defined(CORVANEMARKUP_SSE2_BLOCKS)
-
-// `Sse2Fours` and `Avx2Fours` split 64 code units into 16 aligned groups of four. `MaskOf` returns which
-// groups equal four successive units of the seven at `sought`, which must be ASCII and not U+0000: four bits
-// for each group, the lowest for the first.
-
-/// Returns four code units as the bytes of a number, the first in the lowest bits.
-constexpr int FourBytesOf(const char16_t* units)
-{
-    return units[0] | units[1] << 8 | units[2] << 16 | units[3] << 24;
-}
-
-struct Sse2Fours
-{
-    static constexpr std::size_t Length = 64;
-
-    [[nodiscard]] static std::uint64_t MaskOf(const char16_t* units, const char16_t* sought)
-    {
-        __m128i matches[4];
-        for (std::size_t i = 0; i < 4; ++i) {
-            const auto* const vectors = reinterpret_cast<const __m128i*>(units + 16 * i);
-            const __m128i bytes = _mm_packus_epi16(_mm_loadu_si128(vectors), _mm_loadu_si128(vectors + 1));
-            matches[i] = _mm_cmpeq_epi32(bytes, _mm_set1_epi32(FourBytesOf(sought)));
-            for (int j = 1; j < 4; ++j)
-                matches[i] =
-                    _mm_or_si128(matches[i], _mm_cmpeq_epi32(bytes, _mm_set1_epi32(FourBytesOf(sought + j))));
-        }
-        const __m128i any =
-            _mm_or_si128(_mm_or_si128(matches[0], matches[1]), _mm_or_si128(matches[2], matches[3]));
-        if (_mm_movemask_epi8(any) == 0)
-            return 0;
-        std::uint64_t mask = 0;
-        for (std::size_t i = 0; i < 4; ++i)
-            mask |= std::uint64_t(static_cast<std::uint32_t>(_mm_movemask_epi8(matches[i]))) << (16 * i);
-        return mask;
-    }
-};
-
-#if defined(CORVANEMARKUP_AVX2_BLOCKS)
-
-struct Avx2Fours
-{
-    static constexpr std::size_t Length = 64;
-
-    /// Returns whether the processor has AVX2. May return false while the program is being loaded.
-    [[nodiscard]] static bool Exist() { return __builtin_cpu_supports("avx2"); }
-
-    /// REQUIRES: `Exist()`.
-    [[nodiscard, gnu::target("avx2")]] static std::uint64_t MaskOf(const char16_t* units,
-                                                                   const char16_t* sought)
-    {
-        __m256i matches[2];
-        for (std::size_t i = 0; i < 2; ++i) {
-            const auto* const vectors = reinterpret_cast<const __m256i*>(units + 32 * i);
-            const __m256i bytes =
-                _mm256_packus_epi16(_mm256_loadu_si256(vectors), _mm256_loadu_si256(vectors + 1));
-            matches[i] = _mm256_cmpeq_epi32(bytes, _mm256_set1_epi32(FourBytesOf(sought)));
-            for (int j = 1; j < 4; ++j)
-                matches[i] = _mm256_or_si256(
-                    matches[i], _mm256_cmpeq_epi32(bytes, _mm256_set1_epi32(FourBytesOf(sought + j))));
-        }
-        const __m256i any = _mm256_or_si256(matches[0], matches[1]);
-        if (_mm256_testz_si256(any, any) != 0)
-            return 0;
-        std::uint64_t mask = 0;
-        for (std::size_t i = 0; i < 2; ++i) {
-            // Packing leaves the quarters of the 32 units in the order 0, 2, 1, 3.
-            const __m256i inOrder = _mm256_permute4x64_epi64(matches[i], 0b11'01'10'00);
-            mask |= std::uint64_t(static_cast<std::uint32_t>(_mm256_movemask_epi8(inOrder))) << (32 * i);
-        }
-        return mask;
-    }
-};
-
-#endif
-#endif
 
 } // namespace corvanemarkup::Internal
