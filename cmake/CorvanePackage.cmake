@@ -58,7 +58,7 @@ tooltips, and what the checks and their JSON output mean.")
 
 set(CPACK_COMPONENTS_ALL runtime development)
 set(packages ${CPACK_DEBIAN_RUNTIME_PACKAGE_NAME} ${CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME})
-if(CORVANEMARKUP_BUILD_EXAMPLES)
+if(CORVANEMARKUP_BUILD_TOOLS)
   list(APPEND CPACK_COMPONENTS_ALL tools)
   list(APPEND packages ${CPACK_DEBIAN_TOOLS_PACKAGE_NAME})
 endif()
