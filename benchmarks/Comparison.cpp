@@ -4,7 +4,6 @@
 #include "Peers.h"
 #include "Texts.h"
 
-#include <corvanemarkup/MarkupElementFinders.h>
 #include <corvanemarkup/VizInTooltip.h>
 
 #include <benchmark/benchmark.h>
@@ -112,42 +111,32 @@ int main(int argumentCount, char** arguments)
 {
     constexpr auto findNames = VizInTooltip::GetTargetSheetNamesFromTooltipText;
     constexpr auto findFields = VizInTooltip::GetFilterFieldsByTargetSheetNameFromSheetMarkupInTooltipText;
-    constexpr auto listFields = VizInTooltip::GetFilterFieldsFromSheetMarkupInTooltipText;
 
     const Pcre pcre;
     const HandWritten handWritten;
-    const Pugixml pugixml;
     // Fields only where no sheet is named twice: elsewhere the peers may choose another element's.
     const auto registerNames = [&](const std::string& name, const Texts& texts, bool withFields = false) {
         Register("names " + name + "/corvanemarkup", texts.Library, findNames);
         RegisterPeer("PCRE2 JIT", pcre, name, texts, withFields);
         RegisterPeer("u16string_view", handWritten, name, texts, withFields);
-        RegisterPeer("pugixml", pugixml, name, texts, withFields);
     };
 
     constexpr std::size_t largest = std::size_t(16) << 20;
-    constexpr std::size_t manySheets = 2000;
     const Texts shortTooltips(ShortTooltips(20000));
-    const Texts fewSheets({LongTooltip(largest, 12)});
-    const Texts longTooltip({LongTooltip(largest, manySheets)});
+    const Texts longTooltip({LongTooltip(largest)});
     const Texts prose({Prose(largest)});
     registerNames("S", shortTooltips, true);
-    const std::pair<std::string, const Texts&> allTexts[] = {
-        {"S", shortTooltips}, {"L12", fewSheets}, {"L", longTooltip}, {"P", prose}};
-    for (const auto& [name, texts] : allTexts) {
-        if (name != "S")
-            registerNames(name, texts);
-        RegisterLimits("names " + name, texts, findNames);
-        Register("fields " + name + "/corvanemarkup", texts.Library, findFields);
-        Register("list " + name + "/corvanemarkup", texts.Library, listFields);
-        Register("elements " + name + "/corvanemarkup", texts.Library, CollectMarkupElements);
-    }
+    registerNames("L", longTooltip);
+    registerNames("P", prose);
+    Register("fields S/corvanemarkup", shortTooltips.Library, findFields);
+    RegisterLimits("names S", shortTooltips, findNames);
     RegisterLimits("fields S", shortTooltips, findFields);
+    RegisterLimits("names L", longTooltip, findNames);
+    RegisterLimits("names P", prose, findNames);
 
     std::list<Texts> bySize;
     for (std::size_t size = 1024; size <= largest; size *= 4)
-        registerNames("in " + std::to_string(size),
-                      bySize.emplace_back(std::vector{LongTooltip(size, manySheets)}));
+        registerNames("in " + std::to_string(size), bySize.emplace_back(std::vector{LongTooltip(size)}));
 
     const std::vector<MarkupText> element(
         1, MarkupText(ToTString(

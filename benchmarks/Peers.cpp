@@ -1,10 +1,7 @@
 #include "Peers.h"
 
 #define PCRE2_CODE_UNIT_WIDTH 16
-#include <boost/locale/encoding_utf.hpp>
-
 #include <pcre2.h>
-#include <pugixml.hpp>
 #include <stdexcept>
 
 namespace benchmarks {
@@ -23,25 +20,21 @@ std::u16string Unescaped(std::u16string_view value)
 }
 
 /// Adds the sheet unless it is known or its filter has no fields. A null `filter` means "All Fields".
-void AddSheet(FieldsBySheet& sheets, std::u16string name, const std::u16string* filter)
+void AddSheet(FieldsBySheet& sheets, std::u16string_view name, const std::u16string_view* filter)
 {
     std::set<std::u16string> fields;
-    if (filter == nullptr)
+    if (filter == nullptr) {
         fields.emplace(AllFields);
-    else
-        for (std::size_t start = filter->find(u'<'); start != filter->npos;) {
-            const std::size_t end = filter->find(u'>', start);
-            fields.insert(filter->substr(start + 1, end - start - 1));
-            start = filter->find(u'<', end);
+    } else {
+        const std::u16string value = Unescaped(*filter);
+        for (std::size_t start = value.find(u'<'); start != value.npos;) {
+            const std::size_t end = value.find(u'>', start);
+            fields.insert(value.substr(start + 1, end - start - 1));
+            start = value.find(u'<', end);
         }
+    }
     if (!fields.empty())
-        sheets.try_emplace(std::move(name), std::move(fields));
-}
-
-void AddEscapedSheet(FieldsBySheet& sheets, std::u16string_view name, const std::u16string_view* filter)
-{
-    const std::u16string value = filter == nullptr ? std::u16string() : Unescaped(*filter);
-    AddSheet(sheets, Unescaped(name), filter == nullptr ? nullptr : &value);
+        sheets.try_emplace(Unescaped(name), std::move(fields));
 }
 
 } // namespace
@@ -101,7 +94,7 @@ FieldsBySheet Pcre::FindFields(std::u16string_view text) const
 {
     FieldsBySheet sheets;
     ForEachSheetElement(text, [&](std::u16string_view name, const std::u16string_view* filter) {
-        AddEscapedSheet(sheets, name, filter);
+        AddSheet(sheets, name, filter);
     });
     return sheets;
 }
@@ -165,77 +158,6 @@ FieldsBySheet HandWritten::FindFields(std::u16string_view text) const
 {
     FieldsBySheet sheets;
     ForEachSheetElementByHand(text, [&](std::u16string_view name, const std::u16string_view* filter) {
-        AddEscapedSheet(sheets, name, filter);
-    });
-    return sheets;
-}
-
-namespace {
-
-/// Replaces doubled quotes in attribute values by `&quot;`.
-std::u16string WithEntities(std::u16string_view text)
-{
-    std::u16string xml;
-    xml.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t value = text.find(u"=\"", at);
-        xml.append(text.substr(at, value == text.npos ? text.npos : value + 2 - at));
-        if (value == text.npos)
-            break;
-        at = value + 2;
-        for (std::size_t quote; (quote = text.find(u'"', at)) != text.npos; at = quote + 2) {
-            const bool isDoubled = quote + 1 < text.size() && text[quote + 1] == u'"';
-            xml.append(text.substr(at, quote - at)).append(isDoubled ? u"&quot;" : u"\"");
-            if (!isDoubled) {
-                at = quote + 1;
-                break;
-            }
-        }
-    }
-    return xml;
-}
-
-template <typename Visit>
-void ForEachSheetElementAsXml(std::u16string_view text, Visit visit)
-{
-    using boost::locale::conv::utf_to_utf;
-    struct Walker : pugi::xml_tree_walker
-    {
-        explicit Walker(Visit& visitElement) : m_visit(visitElement) {}
-        bool for_each(pugi::xml_node& node) override
-        {
-            if (std::string_view(node.name()) == "Sheet") {
-                const pugi::xml_attribute filter = node.attribute("filter");
-                const std::u16string value = utf_to_utf<char16_t>(filter.value());
-                m_visit(utf_to_utf<char16_t>(node.attribute("name").value()), filter ? &value : nullptr);
-            }
-            return true;
-        }
-        Visit& m_visit;
-    };
-    const std::u16string xml = WithEntities(text);
-    pugi::xml_document document;
-    // Reports elements without an end tag, but keeps them.
-    document.load_buffer(xml.data(), xml.size() * sizeof(char16_t),
-                         pugi::parse_fragment | pugi::parse_escapes, pugi::encoding_utf16_le);
-    Walker walker(visit);
-    document.traverse(walker);
-}
-
-} // namespace
-
-Names Pugixml::FindNames(std::u16string_view text) const
-{
-    Names names;
-    ForEachSheetElementAsXml(text,
-                             [&](const std::u16string& name, const std::u16string*) { names.insert(name); });
-    return names;
-}
-
-FieldsBySheet Pugixml::FindFields(std::u16string_view text) const
-{
-    FieldsBySheet sheets;
-    ForEachSheetElementAsXml(text, [&](const std::u16string& name, const std::u16string* filter) {
         AddSheet(sheets, name, filter);
     });
     return sheets;

@@ -40,12 +40,4 @@ public:
     FieldsBySheet FindFields(std::u16string_view text) const;
 };
 
-/// pugixml, on the text as if it were XML, with `&quot;` in place of doubled quotes.
-class Pugixml
-{
-public:
-    Names FindNames(std::u16string_view text) const;
-    FieldsBySheet FindFields(std::u16string_view text) const;
-};
-
 } // namespace benchmarks

@@ -165,10 +165,10 @@ std::vector<std::u16string> ShortTooltips(std::size_t count)
     return tooltips;
 }
 
-std::u16string LongTooltip(std::size_t length, std::size_t sheetCount)
+std::u16string LongTooltip(std::size_t length)
 {
     Random random(2);
-    const std::vector<std::u16string> names = SheetNames(random, sheetCount);
+    const std::vector<std::u16string> names = SheetNames(random, 2000);
     std::u16string text;
     while (text.size() + LongestSentence < length) {
         const Language& language = ALanguage(random);

@@ -19,9 +19,8 @@ inline TString ToTString(std::u16string_view text)
 
 /// Tooltips of 100 to 1,300 code units: prose, fields, and mostly a sheet. None names a sheet twice.
 std::vector<std::u16string> ShortTooltips(std::size_t count);
-/// One tooltip of the same kind with `length` code units, to within a sentence, and up to `sheetCount`
-/// sheets.
-std::u16string LongTooltip(std::size_t length, std::size_t sheetCount);
+/// One tooltip of the same kind with `length` code units, to within a sentence, and up to 2,000 sheets.
+std::u16string LongTooltip(std::size_t length);
 /// Prose with an element every 4,000 code units, every second one a sheet element.
 std::u16string Prose(std::size_t length);
 
