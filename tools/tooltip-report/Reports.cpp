@@ -54,7 +54,7 @@ void ForEachElement(const TString& tooltip, const std::function<void(const Eleme
         for (; diagnostic != diagnostics.end() && diagnostic->Element.start <= ranges.Element.start;
              ++diagnostic)
             if (diagnostic->Element.start == ranges.Element.start)
-                element.Diagnostics.push_back(VizInTooltip::GetDiagnosticIdentifier(diagnostic->Kind));
+                element.Diagnostics.emplace_back(VizInTooltip::GetDiagnosticIdentifier(diagnostic->Kind));
         visit(element);
     }
 }
