@@ -67,7 +67,7 @@ test('every function has its declared types and names', () => {
         },
         {
             kind: 'unquoted-value', severity: 'error', range: { start: 14, end: 20 }, element: { start: 7, end: 21 },
-            message: "the value in 'name=B' is not enclosed in double quotes; write 'name=\"value\"'",
+            message: "the value in 'name=B' is not enclosed in double quotes; write 'attribute=\"value\"'",
         },
     ]);
     assert.deepEqual(diagnosticKinds[2] satisfies { readonly kind: DiagnosticKind; readonly description: string } | undefined,
