@@ -84,7 +84,7 @@ if(CORVANEMARKUP_DEBIAN)
 endif()
 
 set(development_documents cookbook.md guarantees.md markup.md performance.md performance.svg)
-set(tools_documents checking.md json.md markup.md)
+set(tools_documents checking.md markup.md)
 foreach(component package IN ZIP_LISTS CPACK_COMPONENTS_ALL packages)
   set(folder ${CMAKE_INSTALL_DOCDIR})
   if(CORVANEMARKUP_DEBIAN)

@@ -37,7 +37,7 @@ public:
 
 /// For people, in the style of compilers: a line per diagnostic, then the line of the tooltip and a ruler.
 [[nodiscard]] std::unique_ptr<CheckReport> MakeTextReport(std::ostream& out, bool hasColours);
-/// For scripts; docs/json.md describes the format.
+/// For scripts; docs/checking.md describes the format.
 [[nodiscard]] std::unique_ptr<CheckReport> MakeJsonReport(std::ostream& out);
 /// SARIF 2.1.0, for code review.
 [[nodiscard]] std::unique_ptr<CheckReport> MakeSarifReport(std::ostream& out);

@@ -36,7 +36,7 @@ public:
 
 /// For people: where and why names were kept, and the counts.
 [[nodiscard]] std::unique_ptr<RenameReport> MakeRenameTextReport(std::ostream& out);
-/// For scripts; docs/json.md describes the format.
+/// For scripts; docs/checking.md describes the format.
 [[nodiscard]] std::unique_ptr<RenameReport> MakeRenameJsonReport(std::ostream& out);
 
 } // namespace tooltipreport
