@@ -75,8 +75,9 @@ if(CORVANEMARKUP_DEBIAN)
   string(REPLACE "\n  - " "\n  * " entry "${entry}")
   string(STRIP "${entry}" entry)
   file(WRITE ${PROJECT_BINARY_DIR}/debian/entry "  ${entry}\n")
-  execute_process(COMMAND fmt --tagged-paragraph --width=78 ${PROJECT_BINARY_DIR}/debian/entry OUTPUT_VARIABLE entry
+  execute_process(COMMAND fold --spaces --width=76 ${PROJECT_BINARY_DIR}/debian/entry OUTPUT_VARIABLE entry
                   COMMAND_ERROR_IS_FATAL ANY)
+  string(REGEX REPLACE " *\n([^ \n])" "\n    \\1" entry "${entry}")
   file(WRITE ${changelog}
        "${PROJECT_NAME} (${PROJECT_VERSION}) unstable; urgency=medium\n\n${entry}\n -- ${CPACK_PACKAGE_CONTACT} <>  ${date}")
   execute_process(COMMAND gzip --best --no-name --force ${changelog} COMMAND_ERROR_IS_FATAL ANY)

@@ -1,6 +1,8 @@
 #include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvanemarkup/SheetMarkupFormat.h>
 #include <corvanemarkup/internal/ContentReader.h>
+#include <corvanemarkup/internal/EditDistance.h>
+#include <corvanemarkup/internal/Quotation.h>
 #include <corvanemarkup/internal/TextView.h>
 
 #include <string>
@@ -17,6 +19,7 @@ namespace {
 ///     %w  the white space that the text begins with, described
 ///     %l  the largest value of the attribute in that range
 ///     %a  the attributes of a sheet element
+///     %n  the nearest known name, or advice if none is near
 struct Texts
 {
     const char* Identifier;
@@ -29,10 +32,8 @@ constexpr Texts TextsOf(DiagnosticKind kind)
 {
     switch (kind) {
     case DiagnosticKind::UnterminatedElement:
-        return {"unterminated-element",
-                "An element has no closing '>', and no element after it is recognized.",
-                "'<' has no closing '>', and no element after it is recognized; add '>', or write '<<' for a "
-                "literal '<'"};
+        return {"unterminated-element", "An element has no closing '>'.",
+                "%t has no closing '>'; add it, or write '<<' for a literal '<'"};
     case DiagnosticKind::UnterminatedQuotes:
         return {"unterminated-quotes",
                 "The quotes of a value in a sheet element are never closed, and no element after them is "
@@ -61,9 +62,9 @@ constexpr Texts TextsOf(DiagnosticKind kind)
         return {"missing-value", "An attribute has no value.",
                 "%t has no value; write 'attribute=\"value\"', or remove it"};
     case DiagnosticKind::QuotesOpenAtBracket:
-        return {"quotes-open-at-bracket", "The element ends inside the quotes of a value.",
-                "the element ends inside the quotes of %t; close the quotes, or, if the bracket belongs to "
-                "the value, put one of these attributes first: %a"};
+        return {"quotes-open-at-bracket", "The quotes of a value are not closed where it ends.",
+                "the quotes in %t are not closed where the value ends; close them, and double a quote in the "
+                "value"};
     case DiagnosticKind::DuplicateAttribute:
         return {"duplicate-attribute", "A sheet element has two attributes with the same name.",
                 "%t repeats an attribute of this element; remove one of them"};
@@ -83,8 +84,39 @@ constexpr Texts TextsOf(DiagnosticKind kind)
     case DiagnosticKind::DuplicateField:
         return {"duplicate-field", "A filter contains a field twice.",
                 "%t is in this filter already; remove it"};
+    case DiagnosticKind::MisspelledElement:
+        return {"misspelled-element", "The name of a sheet element is misspelled.",
+                "%t is not the name of a sheet element; write 'Sheet' and a space"};
+    case DiagnosticKind::StrayAngleBracket:
+        return {"stray-angle-bracket",
+                "A '<' before white space or a digit starts an element that is not closed.",
+                "'<' starts an element that is not closed; write '<<' for a literal '<'"};
+    case DiagnosticKind::EscapedElement:
+        return {"escaped-element", "A doubled '<' makes a sheet element text.",
+                "%t is text because its '<' is doubled; write a single '<' for a sheet element"};
+    case DiagnosticKind::MissingBracket:
+        return {"missing-bracket", "A sheet element has no '<'.",
+                "%t is text because it has no '<'; write '<' before it for a sheet element"};
+    case DiagnosticKind::TextAfterElement:
+        return {"text-after-element", "Attributes of a sheet element are in the text after it.",
+                "%t is text because the element ends before it; remove the '>' before it"};
+    case DiagnosticKind::UnknownSheet:
+        return {"unknown-sheet", "A sheet is not one of the known sheets.", "%t is not a known sheet; %n"};
+    case DiagnosticKind::UnknownField:
+        return {"unknown-field", "A field is not one of the known fields.", "%t is not a known field; %n"};
     }
     return {};
+}
+
+/// Returns the message of a kind for that text, with placeholders; null if `kind` isn't an enumerator.
+const char* MessageFor(DiagnosticKind kind, TextView text)
+{
+    if (kind == DiagnosticKind::MisspelledElement && text == Impl::SheetMarkupElementLiteral)
+        return "%t needs a space after it";
+    if ((kind == DiagnosticKind::UnterminatedElement || kind == DiagnosticKind::InterruptedElement) &&
+        text == u">")
+        return "'>>' stands for a literal '>' and does not close the element; remove one of them";
+    return TextsOf(kind).Message;
 }
 
 constexpr int CountKinds()
@@ -108,24 +140,6 @@ std::u16string Number(int value)
     return std::u16string(ViewOf(TString::number(value, 10, 0, u' ')));
 }
 
-bool IsControl(char16_t unit)
-{
-    return unit < u' ' || (unit >= 0x7F && unit < 0xA0) || unit == 0x2028 || unit == 0x2029;
-}
-
-std::u16string Quoted(TextView text)
-{
-    constexpr std::size_t most = 40;
-    const bool isLong = text.size() > most;
-    std::size_t length = isLong ? most - 1 : text.size();
-    if (isLong && text[length - 1] >= 0xD800 && text[length - 1] < 0xDC00)
-        --length; // not half of a pair
-    std::u16string quoted = u"'";
-    for (const char16_t unit : text.substr(0, length))
-        quoted += IsControl(unit) ? u' ' : unit;
-    return quoted + (isLong ? u"\u2026'" : u"'");
-}
-
 const char16_t* DescribeWhiteSpace(TextView text)
 {
     const char16_t unit = text.empty() ? u'\0' : text.front();
@@ -147,9 +161,18 @@ std::u16string AttributeList()
     return list;
 }
 
-std::u16string Resolve(char placeholder, TextView text)
+std::u16string NearestOf(TextView rawName, const boost::optional<std::set<TString>>& known)
+{
+    const TString name = Unescape(rawName);
+    const TString* const nearest = known ? FindNearest(ViewOf(name), *known) : nullptr;
+    return nearest != nullptr ? u"did you mean " + Quoted(ViewOf(*nearest)) + u"?" : u"correct the name";
+}
+
+std::u16string Resolve(char placeholder, TextView text, DiagnosticKind kind, const KnownNames& knownNames)
 {
     switch (placeholder) {
+    case 'n':
+        return NearestOf(text, kind == DiagnosticKind::UnknownSheet ? knownNames.Sheets : knownNames.Fields);
     case 't':
         return Quoted(text);
     case 'w':
@@ -189,16 +212,19 @@ boost::optional<DiagnosticKind> FindDiagnosticKind(const TString& identifier)
     return boost::none;
 }
 
-TString GetDiagnosticMessage(const TString& tooltipText, const Diagnostic& diagnostic)
+TString GetDiagnosticMessage(const TString& tooltipText, const Diagnostic& diagnostic,
+                             const KnownNames& knownNames)
 {
-    const char* next = TextsOf(diagnostic.Kind).Message;
-    if (next == nullptr || !IsIn(ViewOf(tooltipText), diagnostic.Range))
+    if (!IsIn(ViewOf(tooltipText), diagnostic.Range))
         return TString();
     const TextView text = PartOf(ViewOf(tooltipText), diagnostic.Range);
+    const char* next = MessageFor(diagnostic.Kind, text);
+    if (next == nullptr)
+        return TString();
     std::u16string message;
     for (; *next != '\0'; ++next) {
         if (*next == '%')
-            message += Resolve(*++next, text);
+            message += Resolve(*++next, text, diagnostic.Kind, knownNames);
         else
             message += static_cast<char16_t>(*next);
     }

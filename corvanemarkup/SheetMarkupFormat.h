@@ -34,7 +34,7 @@ constexpr std::u16string_view SheetMarkupAttributeLiterals[] = {u"name", u"maxwi
 
 static_assert(std::size(SheetMarkupAttributeLiterals) ==
                   static_cast<std::size_t>(SheetMarkupAttribute::Filter) + 1,
-              "each attribute has a name");
+              "each attribute has a name, and the last one is named here");
 
 /// Stands for the fields of a sheet element without a filter.
 constexpr std::u16string_view AllFieldsLiteral = u"All Fields";

@@ -62,6 +62,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         CheckMarkup(MarkupText(content), range, text.mid(data[0], data[1] % 16));
     const TString field = text.mid(data[0], data[1] % 4);
     ExpectRangesAndDiagnostics(text);
+    // Each fix is verified by diagnosing its element anew.
+    if (size % 8 == 0)
+        ExpectFixes(text);
     ExpectInsertion(text, range, field);
     const auto sheets = GetTargetSheetNamesFromTooltipText(text);
     if (!sheets.empty() && field != *sheets.begin())

@@ -26,6 +26,8 @@ TEST(Ranges, LongerTooltipsKeepTheLaws)
         for (auto count = 2 + random() % 12; count > 0; --count)
             text = text + fragments[random() % fragments.size()];
         ASSERT_NO_FATAL_FAILURE(ExpectRangesAndDiagnostics(text));
+        if (i % 8 == 0)
+            ExpectFixes(text);
         const std::int64_t start = random() % (static_cast<unsigned>(text.length()) + 1);
         for (const std::u16string_view field : {u"a", u"new'", u"ALL"})
             for (const std::int64_t length : {0, 1, 9})
@@ -89,39 +91,76 @@ std::vector<std::string> ShowDiagnostics(const TString& tooltip)
 TEST(Ranges, Diagnostics)
 {
     const std::pair<std::u16string_view, std::vector<std::string>> rows[] = {
-        {u"a < b <<c> <d> <e", {"               ^^ unterminated-element"}},
+        {u"a < b <<c> <d> <2 <e <f<< <g",
+         {"               ^^^ stray-angle-bracket", "                  ^^^ interrupted-element",
+          "                     ^^^^^ interrupted-element",
+          "                          ^^ unterminated-element"}},
         {u"<Sheet name='q' <Sheet name='",
-         {"^^^^^^^^^^^^^^^^ interrupted-element!", "                ^^^^^^^^^^^^^ unterminated-quotes!"}},
+         {"^^^^^^^^^^^^^^^ interrupted-element!", "                ^^^^^^^^^^^^^ unterminated-quotes!"}},
         {u"<sheet name='S'> <SHEET> <Sheet> <Sheets a=>",
          {" ^^^^^ wrong-letter-case!", "                  ^^^^^ wrong-letter-case",
           "                          ^^^^^ missing-attributes"}},
         {u"<Sheet\tname='a'> <Sheet name='a'\t> <Sheet \t name=a>",
          {"      ^ invalid-white-space!", "                                ^ invalid-white-space!",
-          "                                          ^ invalid-white-space!"}},
-        {u"<Sheet name = 'a' filter ='' maxwidth=\t'3' x =y>",
+          "                                          ^ invalid-white-space!",
+          "                                            ^^^^^^ unquoted-value!"}},
+        {u"<Sheet name = 'a' filter ='' maxwidth=\t'3'>",
          {"       ^^^^^^^^^^ space-around-equals!", "                  ^^^^^^^^^^ space-around-equals!",
-          "                             ^^^^^^^^^^^^^ space-around-equals!",
-          "                                           ^^^^ space-around-equals!"}},
-        {u"<Sheet name = 'a=b'><Sheet 'a' = 'b'><Sheet name='a''b' x>",
-         {"       ^^^^^^^^^^^^ space-around-equals!", "                           ^^^ missing-value!",
-          "                               ^^^^^ space-around-equals!",
-          "                                                        ^ missing-value!"}},
-        {u"<Sheet name='a' x=y z w= /'='><Sheet y=b'c>",
-         {"                ^^^ unquoted-value!", "                    ^ missing-value!",
-          "                      ^^ missing-value!", "                         ^^^^ unquoted-value!",
-          "                                     ^^^^^ unquoted-value!"}},
+          "                             ^^^^^^^^^^^^^ space-around-equals!"}},
+        // too many mistakes for a guess
+        {u"<Sheet 'a' = 'b'><Sheet a =b c d= e=f g>",
+         {"       ^^^ missing-value!", "           ^^^^^ space-around-equals!",
+          "                        ^^^^ space-around-equals!",
+          "                             ^ missing-value!", "                               ^^ missing-value!",
+          "                                  ^^^ unquoted-value!",
+          "                                      ^ missing-value!"}},
+        {u"<Sheet name='a''b' x> <Sheet x=y name='a' z=''> <Sheet name=S>",
+         {"                   ^ missing-value!", "                             ^^^ unknown-attribute!",
+          "                                          ^^^^ unknown-attribute!",
+          "                                                       ^^^^^^ unquoted-value!"}},
         {u"<Sheet foo='1' name='a>b'> <Sheet name=<a>",
-         {"               ^^^^^^^ quotes-open-at-bracket!",
-          "                           ^^^^^^^^^^^^ interrupted-element!",
-          "                                  ^^^^^ missing-value!"}},
+         {"       ^^^^^^^ unknown-attribute!", "                                  ^^^^^^^ unquoted-value!"}},
+        // one mistake that breaks more than itself
+        {u"<sheet name='A' filter='<b>'> <Shet name='A'> < Sheet name='A'> <Sheetname='A'> <Sh>eet name='A'>",
+         {" ^^^^^ wrong-letter-case!", "                               ^^^^ misspelled-element!",
+          "                                               ^^^^^^ misspelled-element!",
+          "                                                                 ^^^^^ misspelled-element!",
+          "                                                                                 ^^^^^^ "
+          "misspelled-element!"}},
+        {u"<Sheet nme='A' filter='<b>,<c>'> <Sheet name='A maxwidth='3' filter='<b>'> <Sheet name='A'",
+         {"       ^^^^^^^ unknown-attribute!",
+          "                                        ^^^^^^^ quotes-open-at-bracket!",
+          "                                                                           ^^^^^^^^^^^^^^^ "
+          "unterminated-element!"}},
+        {u"<Sheet name=Sales by Month> <Sheet name='A'' maxwidth='3'> <Sheet name'A'>",
+         {"       ^^^^^^^^^^^^^^^^^^^ unquoted-value!",
+          "                                   ^^^^^^^^^ unterminated-quotes!",
+          "                                                                  ^^^^^^^ missing-value!"}},
+        // two in an element
+        {u"<Shet name=A maxwidth='0'>",
+         {" ^^^^ misspelled-element!", "      ^^^^^^ unquoted-value!",
+          "             ^^^^^^^^^^^^ invalid-sheet-size!"}},
+        {u"<Street name='Main'> <Short name='x'> <Seat filter='x'> <a name='top'> <Sheets> <Sheet2> <font "
+         u"name='Arial'>",
+         {}},
+        {u"<<Sheet name='A' filter='<b>'> Sheet name='A'> <Sheet name='A'> maxwidth='3' filter='<Sheet 2>'> "
+         u"<<heet name='a'>",
+         {"^^^^^^^^^^^^^^^^^^^^^^^^^^^^^^ escaped-element",
+          "                               ^^^^^^^^^^^^^^^ missing-bracket",
+          "                                                                ^^^^^^^^^^^^^^^^^^^^^^^^^^^^^^^ "
+          "text-after-element",
+          "                                                                                                  "
+          " ^^^^ misspelled-element!"}},
+        {u"<Sheet name='' maxwidht='3'> <Sheet nam='a'>",
+         {"       ^^^^^^^ missing-sheet-name!", "               ^^^^^^^^^^^^ unknown-attribute!",
+          "                                    ^^^^^^^ unknown-attribute!"}},
         {u"<Sheet name='' NAME='a' \tfilter='<x>,x' x='' X=''> <Sheet >",
          {"       ^^^^^^^ missing-sheet-name!", "               ^^^^^^^^ duplicate-attribute!",
           "                        ^ invalid-white-space!",
-          "                        ^^^^^^^^^^^^^^^ unknown-attribute!",
           "                                        ^^^^ unknown-attribute!",
           "                                             ^^^^ duplicate-attribute!",
           "                                             ^^^^ unknown-attribute!",
-          "                                                   ^^^^^^^^ missing-sheet-name"}},
+          "                                                    ^^^^^ missing-attributes"}},
         {u"<Sheet maxwidth='0' maxheight='1501' name='a' filter='x' maxwidth='0'>",
          {"       ^^^^^^^^^^^^ invalid-sheet-size!",
           "                    ^^^^^^^^^^^^^^^^ invalid-sheet-size!",
@@ -139,17 +178,28 @@ TEST(Ranges, Diagnostics)
          {std::string(101, ' ') + "^^^ duplicate-field"}},
         {u"<Sheet name='a' x=''><Sheet x='' name='b'>",
          {"                ^^^^ unknown-attribute!", "                            ^^^^ unknown-attribute!"}},
-        {u"<Sheet name='a' filter\t\n='b'>",
-         {"                ^^^^^^^^^^^^ unknown-attribute!",
-          "                      ^^ invalid-white-space!"}},
+        {u"<Sheet name='a' filter\t\n='b'>", {"                      ^^ invalid-white-space!"}},
     };
-    std::set<DiagnosticKind> kinds;
+    std::set<DiagnosticKind> kinds{DiagnosticKind::UnknownSheet, DiagnosticKind::UnknownField};
     for (const auto& [text, diagnostics] : rows) {
         EXPECT_EQ(ShowDiagnostics(Text(text)), diagnostics) << Show(Text(text));
         for (const Diagnostic& diagnostic : FindDiagnostics(Text(text)))
             kinds.insert(diagnostic.Kind);
     }
     EXPECT_EQ(kinds.size(), static_cast<std::size_t>(GetDiagnosticKindCount())) << "a row for each kind";
+
+    const TString unknown =
+        Text(u"<b> <Sheet name='Slaes' filter='<a''>,<c>'> <Sheet name='S' maxwidth='0'>");
+    const KnownNames names{std::set<TString>{Text(u"Costs"), Text(u"Sales")},
+                           std::set<TString>{Text(u"a'"), Text(u"bb")}};
+    std::string shown;
+    for (const Diagnostic& diagnostic : FindDiagnostics(unknown, names))
+        shown += Show(GetDiagnosticMessage(unknown, diagnostic, names)) + '\n';
+    EXPECT_EQ(shown, "'b' is not a known field; did you mean 'bb'?\n"
+                     "'Slaes' is not a known sheet; did you mean 'Sales'?\n"
+                     "'c' is not a known field; correct the name\n"
+                     "'maxwidth='0'' is not a valid size; write a whole number from 1 to 2000\n");
+    EXPECT_EQ(FindDiagnostics(unknown, {names.Sheets, boost::none}).size(), 2U);
 
     // More equal fields than std::sort sorts by insertion; all but the first are duplicates.
     std::u16string equalFields;
@@ -182,7 +232,7 @@ TEST(Ranges, DiagnosticTexts)
         EXPECT_EQ(Show(GetDiagnosticMessage(Text(u"a"), {DiagnosticKind(0), {}, outside, {}})), "");
 
     const Rows<std::u16string_view, const char*> rows = {
-        {u"x < 5 <b>", "'<' is not closed before the next '<'; add '>', or write '<<' for a literal '<'"},
+        {u"x < 5 <b>", "'<' starts an element that is not closed; write '<<' for a literal '<'"},
         {u"<Sheet maxwidth='0' name='a'>",
          "'maxwidth='0'' is not a valid size; write a whole number from 1 to 2000"},
         {u"<Sheet MaxHeight='' name='a'>",
@@ -201,6 +251,75 @@ TEST(Ranges, DiagnosticTexts)
     };
     for (const auto& [text, message] : rows)
         EXPECT_EQ(Show(GetDiagnosticMessage(Text(text), FindDiagnostics(Text(text)).at(0))), message);
+}
+
+TEST(Ranges, Fixes)
+{
+    // The fixes of the first diagnostic, each with its result; `!` if it is safe.
+    const Rows<std::u16string_view, std::string> rows = {
+        {u"<Shet name='A'>", "Write 'Sheet' -> <Sheet name='A'>\n"},
+        {u"< sheet name='A'>", "Write 'Sheet'! -> <Sheet name='A'>\n"},
+        {u"<<heet name='A'>", "Write 'Sheet' -> <Sheet name='A'>\n"},
+        {u"<Sheet name=A>", "Write 'name='A''! -> <Sheet name='A'>\n"},
+        {u"<Sheet name=\u201CThe A\u201D>", "Write 'name='The A''! -> <Sheet name='The A'>\n"},
+        {u"<Sheet name=The A>", "Write 'name='The A'' -> <Sheet name='The A'>\n"},
+        {u"<Sheet name='A filter='<b>'>",
+         "Add the closing quote after 'A' -> <Sheet name='A' filter='<b>'>\n"},
+        {u"<Sheet name='A\n<b>", "Add the closing quote and '>' after 'A' -> <Sheet name='A'>{A}<b>\n"},
+        {u"<Sheet name='A' <b>", "Add '>' after '<Sheet name='A'' -> <Sheet name='A'> <b>\n"},
+        {u"<Sheet name='A'' maxwidth='3'>", "Remove ''' -> <Sheet name='A' maxwidth='3'>\n"},
+        {u"<Sheet name = 'A'>", "Remove the white space around '='! -> <Sheet name='A'>\n"},
+        {u"<Sheet\tname='A'\t>", "Write a space! -> <Sheet name='A'{9}>\n"},
+        {u"<Sheet name='A'\tfilter\t='<b>'>", "Write a space! -> <Sheet name='A' filter{9}='<b>'>\n"},
+        {u"<Sheet name='A' />", "Remove '/'! -> <Sheet name='A'>\n"},
+        {u"<Sheet name='A' wide maxwidth='3'>", "Remove 'wide' -> <Sheet name='A' maxwidth='3'>\n"},
+        {u"<Sheet name='A' name='B' width='3'>", "Remove 'name='B'' -> <Sheet name='A' width='3'>\n"},
+        {u"<Sheet name='A' Name='A'>", "Remove 'Name='A''! -> <Sheet name='A'>\n"},
+        {u"<Sheet name='A' color='red'>", "Remove 'color='red'' -> <Sheet name='A'>\n"},
+        {u"<Sheet name='A' width='3'>",
+         "Write 'maxwidth' -> <Sheet name='A' maxwidth='3'>\nRemove 'width='3'' -> <Sheet name='A'>\n"},
+        {u"<Sheet name='A' maxwidth='+300px'>", "Write '300'! -> <Sheet name='A' maxwidth='300'>\n"},
+        {u"<Sheet name='A' maxheight='9999'>", "Write '1500' -> <Sheet name='A' maxheight='1500'>\n"},
+        {u"<Sheet name='A' maxheight='tall'>", "Remove 'maxheight='tall'' -> <Sheet name='A'>\n"},
+        {u"<Sheet name='A' filter='<a>;<b>'>", "Write ',' -> <Sheet name='A' filter='<a>,<b>'>\n"},
+        {u"<Sheet name='A' filter='a'>",
+         "Write '<a>' -> <Sheet name='A' filter='<a>'>\nRemove 'a' -> <Sheet name='A' filter=''>\n"},
+        {u"<Sheet name='A' filter='<a>, <b>, <a>'>", "Remove '<a>'! -> <Sheet name='A' filter='<a>, <b>'>\n"},
+        {u"<<Sheet name='A'>", "Write '<' -> <Sheet name='A'>\n"},
+        {u"x Sheet name='A'>", "Add '<' -> x <Sheet name='A'>\n"},
+        {u"<Sheet name='A'>maxwidth='3'>",
+         "Move 'maxwidth='3'' into the element -> <Sheet name='A' maxwidth='3'>\n"},
+        {u"x < 5 <b>", "Write '<<' -> x << 5 <b>\n"},
+        {u"<Region, <b>", "Add '>' after 'Region' -> <Region>, <b>\nWrite '<<' -> <<Region, <b>\n"},
+        {u"<Sheet>", ""},
+        {u"<Sheet filter='<a>'>", ""},
+        {u"<Sheet name='Slaes''s'> <b>", "Write 'Sales's' -> <Sheet name='Sales''s'> <b>\n"},
+    };
+    const KnownNames names{std::set<TString>{Text(u"A"), Text(u"B"), Text(u"Sales's"), Text(u"The A")},
+                           boost::none};
+    for (const auto& [text, expected] : rows) {
+        std::string shown;
+        for (const MarkupFix& fix : FindFixes(Text(text), FindDiagnostics(Text(text), names).at(0), names))
+            shown += Show(fix.Title) + (fix.IsSafe ? "! -> " : " -> ") +
+                     Show(ApplyTextEdits(Text(text), fix.Edits)) + '\n';
+        EXPECT_EQ(shown, expected) << Show(Text(text));
+    }
+    const TString text =
+        Text(u"<b> < Sheet name = A maxwidth='300px' /><sheet name='A' filter='<c>,<c>,<c>'> < 5");
+    EXPECT_EQ(Show(ApplyTextEdits(text, FixTooltip(text))),
+              "<b> <Sheet name='A' maxwidth='300'><Sheet name='A' filter='<c>'> < 5");
+
+    // What doesn't fit the text has no fixes.
+    const Diagnostic diagnostic = FindDiagnostics(Text(u"<Sheet name=A>")).at(0);
+    for (const std::u16string_view other : {u"", u"<Sheet", u"aaaaaaaaaaaaaaaaaaaa", u">>>>>>>>>>>>>>>>>>>>"})
+        EXPECT_TRUE(FindFixes(Text(other), diagnostic).empty());
+    for (int kind = -1; kind <= GetDiagnosticKindCount(); ++kind)
+        for (const CorvaneCharRange range :
+             {CorvaneCharRange{0, 3}, {3, 3}, {3, 9}, {2, 1}, {-1, 2}, {9, 99}})
+            for (const CorvaneCharRange element : {CorvaneCharRange{0, 14}, {0, 0}, {3, 9}, {-1, 99}})
+                for (const MarkupFix& fix :
+                     FindFixes(Text(u"<Sheet name=A>"), {DiagnosticKind(kind), {}, range, element}))
+                    (void)ApplyTextEdits(Text(u"<Sheet name=A>"), fix.Edits);
 }
 
 TEST(Ranges, KindsOfElements)

@@ -297,14 +297,18 @@ export function findSheetAndFieldNames(tooltip: string): SheetOrFieldName[];
 
 export type DiagnosticKind =
     // any element
-    | 'unterminated-element' | 'unterminated-quotes' | 'interrupted-element'
-    // unreadable elements called Sheet, except unterminated ones
-    | 'wrong-letter-case' | 'missing-attributes' | 'invalid-white-space' | 'space-around-equals' | 'unquoted-value'
-    | 'missing-value' | 'quotes-open-at-bracket'
+    | 'unterminated-element' | 'unterminated-quotes' | 'interrupted-element' | 'stray-angle-bracket'
+    // broken sheet elements
+    | 'misspelled-element' | 'wrong-letter-case' | 'missing-attributes' | 'invalid-white-space' | 'space-around-equals'
+    | 'unquoted-value' | 'missing-value' | 'quotes-open-at-bracket'
     // readable elements that end with a bracket
     | 'duplicate-attribute' | 'missing-sheet-name' | 'invalid-sheet-size' | 'unknown-attribute'
     // valid elements
-    | 'stray-filter-text' | 'duplicate-field';
+    | 'stray-filter-text' | 'duplicate-field' | 'text-after-element'
+    // text that would be a valid sheet element
+    | 'escaped-element' | 'missing-bracket'
+    // names that aren't known
+    | 'unknown-sheet' | 'unknown-field';
 
 /** All kinds, in the order of the library, each with one English sentence that explains it in general. */
 export const diagnosticKinds: readonly { readonly kind: DiagnosticKind; readonly description: string }[];
@@ -313,8 +317,8 @@ export interface Diagnostic {
     /** Never changes between versions. */
     kind: DiagnosticKind;
     /**
-     * `error` if a sheet is lost: the kind is `unterminated-quotes`, or the element is called Sheet, contains a `=` and
-     * isn't valid. `warning` if the text is possibly intended, such as the `<` in `x < 5`.
+     * `error` if a sheet is lost: the element was meant as a sheet element and isn't valid. `warning` if the text is
+     * possibly intended, such as the `<` in `x < 5`.
      */
     severity: 'error' | 'warning';
     /**
@@ -324,7 +328,7 @@ export interface Diagnostic {
     message: string;
     /** What to underline. */
     range: Range;
-    /** The element that contains it, as in `ElementRanges`. */
+    /** The element that contains it, as in `ElementRanges` or, if it was guessed, as it was meant. */
     element: Range;
 }
 
@@ -336,7 +340,7 @@ export interface Diagnostic {
  *                                 ^^^                                    duplicate-field
  *                                     ^                                  stray-filter-text
  *                                                ^^^^^^^^^^              space-around-equals, an error
- *                                                               ^^^^     interrupted-element
+ *                                                               ^^^^     stray-angle-bracket
  */
 export function findDiagnostics(tooltip: string): Diagnostic[];
 

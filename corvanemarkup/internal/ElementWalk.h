@@ -24,14 +24,15 @@ struct WalkedElement
 class ElementWalk
 {
 public:
-    explicit ElementWalk(TextView text) : m_text(text) {}
+    /// Begins at `position`, as if no element were before it.
+    explicit ElementWalk(TextView text, std::size_t position = 0) : m_text(text), m_position(position) {}
 
     /// Sets `element` to the next one; returns false at the end.
     bool Next(WalkedElement& element);
 
 private:
     TextView m_text;
-    std::size_t m_position = 0; ///< the end of the last element, or the `<` that interrupted it
+    std::size_t m_position; ///< the end of the last element, or the `<` that interrupted it
     bool m_wasInterrupted = false;
     bool m_quotesProtect = false; ///< in the last element
 };

@@ -148,8 +148,17 @@ template <typename Fours>
 #endif
 #endif
 
-/// Returns the first position at or after `from` of a `<` that is followed by the name of a sheet element and
-/// a space; or `NotFound`. The `<` may be escaped.
+/// Returns whether an element with these attributes, none of which occurs twice, is valid as
+/// `VizInTooltipProperties::IsValid` defines it.
+bool AreValid(const SheetAttributeValues& values)
+{
+    const TSize size(NumberOr(values, SheetMarkupAttribute::MaxWidth, VizInTooltip::DefaultMaxSize.width),
+                     NumberOr(values, SheetMarkupAttribute::MaxHeight, VizInTooltip::DefaultMaxSize.height));
+    return !values[SheetMarkupAttribute::Name].empty() && IsValidSheetSize(size);
+}
+
+} // namespace
+
 std::size_t FindSheetStart(TextView text, std::size_t from)
 {
 #if defined(CORVANEMARKUP_AVX2_BLOCKS)
@@ -166,17 +175,6 @@ std::size_t FindSheetStart(TextView text, std::size_t from)
             return from;
     return NotFound;
 }
-
-/// Returns whether an element with these attributes, none of which occurs twice, is valid as
-/// `VizInTooltipProperties::IsValid` defines it.
-bool AreValid(const SheetAttributeValues& values)
-{
-    const TSize size(NumberOr(values, SheetMarkupAttribute::MaxWidth, VizInTooltip::DefaultMaxSize.width),
-                     NumberOr(values, SheetMarkupAttribute::MaxHeight, VizInTooltip::DefaultMaxSize.height));
-    return !values[SheetMarkupAttribute::Name].empty() && IsValidSheetSize(size);
-}
-
-} // namespace
 
 bool ReadSheetElement(TextView content, SheetElement& element)
 {

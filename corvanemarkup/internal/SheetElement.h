@@ -26,6 +26,10 @@ struct SheetElement
 /// otherwise. This is the general path: it reads any content, token by token.
 [[nodiscard]] bool ReadSheetElement(TextView content, SheetElement& element);
 
+/// Returns the first position at or after `from` of a `<` that is followed by the name of a sheet element and
+/// a space; or `NotFound`. The `<` may be escaped.
+[[nodiscard]] std::size_t FindSheetStart(TextView text, std::size_t from);
+
 /// Walks over the valid sheet elements of a tooltip in text order: those among the elements that
 /// `CollectMarkupElements` finds.
 class SheetElementWalk

@@ -40,7 +40,7 @@ struct Completions
     }
 };
 
-void AddElements(Completions& at, const KnownNames& known)
+void AddElements(Completions& at, const HostNames& known)
 {
     // Replaces a whole field that the cursor is in.
     const int end = at.EndAt(u"<>\n");
@@ -100,7 +100,7 @@ void AddFields(Completions& at, const QStringList& fields, const Attributes& att
 
 } // namespace
 
-std::vector<Completion> FindCompletions(const TString& tooltip, int cursor, const KnownNames& known)
+std::vector<Completion> FindCompletions(const TString& tooltip, int cursor, const HostNames& known)
 {
     // Text after the cursor may or may not belong to the element that is being typed, hence is ignored.
     const TString before = tooltip.left(cursor);

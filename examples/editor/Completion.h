@@ -14,7 +14,7 @@ namespace editor {
 const QString AllFields = QStringLiteral("All");
 
 /// The names that the tooltip or its host defines. `Fields` does not contain `AllFields`.
-struct KnownNames
+struct HostNames
 {
     QStringList Fields;
     QStringList Sheets;
@@ -30,6 +30,6 @@ struct Completion
 /// elsewhere in a sheet element, and fields and sheets as elements in other text. Takes time linear in the
 /// tooltip.
 [[nodiscard]] std::vector<Completion> FindCompletions(const TString& tooltip, int cursor,
-                                                      const KnownNames& known);
+                                                      const HostNames& known);
 
 } // namespace editor

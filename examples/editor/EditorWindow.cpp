@@ -12,7 +12,7 @@
 
 namespace editor {
 
-EditorWindow::EditorWindow(KnownNames hostNames) : m_hostNames(std::move(hostNames))
+EditorWindow::EditorWindow(HostNames hostNames) : m_hostNames(std::move(hostNames))
 {
     m_edit->setPlaceholderText(tr("Type or paste a tooltip, or open a file."));
     m_edit->setMinimumSize(330, 80); // a narrow window shrinks the docks instead
@@ -320,7 +320,7 @@ void EditorWindow::ShowNames()
         }
         m_sheets->expandAll();
     }
-    KnownNames names = m_hostNames;
+    HostNames names = m_hostNames;
     for (const TString& field : GetFilterFieldsFromSheetMarkupInTooltipText(tooltip))
         names.Fields.append(ToQString(field));
     for (const auto& [sheet, fields] : m_shownSheets)
@@ -328,7 +328,7 @@ void EditorWindow::ShowNames()
     names.Fields.removeAll(AllFields);
     names.Fields.removeDuplicates();
     names.Sheets.removeDuplicates();
-    m_edit->SetKnownNames(names);
+    m_edit->SetHostNames(names);
     names.Fields.prepend(AllFields);
     if (names.Fields != m_shownFields) {
         m_shownFields = names.Fields;

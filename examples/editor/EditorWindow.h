@@ -16,7 +16,7 @@ class EditorWindow : public QMainWindow
 
 public:
     /// `hostNames` come from the host's data and are offered in addition to those in the tooltip.
-    explicit EditorWindow(KnownNames hostNames);
+    explicit EditorWindow(HostNames hostNames);
 
     /// Returns false if the file can't be read. The window then has shown a message, and is unchanged.
     bool Open(const QString& path);
@@ -53,7 +53,7 @@ private:
                                     QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                     QMessageBox::StandardButton usual = QMessageBox::NoButton);
 
-    KnownNames m_hostNames;
+    HostNames m_hostNames;
     QString m_path;
     QString m_lineEnd;
     QString m_textOnDisk;  ///< as last read or written

@@ -37,7 +37,7 @@ public:
     /// Returns the number of changed elements.
     int RenameTargetSheet(const QString& from, const QString& to);
 
-    void SetKnownNames(KnownNames names) { m_names = std::move(names); }
+    void SetHostNames(HostNames names) { m_names = std::move(names); }
     /// Opens the list of completions at the cursor, if there are any.
     void Complete();
 
@@ -63,7 +63,7 @@ private:
     TString m_tooltip;
     std::vector<ElementRanges> m_elements;
     std::vector<Diagnostic> m_diagnostics;
-    KnownNames m_names;
+    HostNames m_names;
     std::vector<Completion> m_completions;
     QStringListModel m_shownCompletions;
     QCompleter m_completer;

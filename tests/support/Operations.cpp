@@ -2,6 +2,7 @@
 
 #include "Testing.h"
 
+#include <corvanemarkup/MarkupFixes.h>
 #include <corvanemarkup/ParseAttributedMarkupText.h>
 #include <corvanemarkup/TokenizeAttributedMarkupText.h>
 
@@ -117,6 +118,7 @@ const std::vector<Operation>& Operations()
         CALL(FindElementRanges(a.Text)),
         CALL(FindAttributeRanges(a.Text, {1, a.Text.length()})),
         CALL(FindDiagnostics(a.Text)),
+        CALL(FixTooltip(a.Text)),
         CALL(ReadAllOf(a.Text)),
         CALL(FindSheetAndFieldNames(a.Text)),
         CALL(ApplyTextEdits(a.Text, RenameSheetsAndFields(a.Text, a.NewNames, a.NewNames))),

@@ -5,6 +5,7 @@
 #include "Testing.h"
 
 #include <corvanemarkup/MarkupDiagnostics.h>
+#include <corvanemarkup/MarkupFixes.h>
 #include <corvanemarkup/MarkupRanges.h>
 #include <corvanemarkup/TextEdits.h>
 #include <corvanemarkup/VizInTooltipProperties.h>
@@ -89,59 +90,55 @@ inline void ExpectAttributes(const TString& tooltip, const ElementRanges& elemen
     EXPECT_EQ(Show(fields), Show(sheet->GetFilterFields()));
 }
 
-/// Compares the diagnostics of one element with its validation.
+/// Compares the diagnostics of one element with its validation. What was guessed may extend beyond the
+/// element; the elements after it needn't be those of the tooltip.
 inline void ExpectDiagnostics(const TString& tooltip, const ElementRanges& element,
                               const std::vector<Diagnostic>& all)
 {
     using Kind = DiagnosticKind;
     std::vector<Diagnostic> diagnostics;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(diagnostics), [&](const Diagnostic& diagnostic) {
-        return Show(diagnostic.Element) == Show(element.Element);
-    });
-    const auto has = [&](Kind first, Kind last) {
-        return std::any_of(diagnostics.begin(), diagnostics.end(), [&](const Diagnostic& diagnostic) {
-            return first <= diagnostic.Kind && diagnostic.Kind <= last;
-        });
+    bool isAfterGuess = false;
+    for (const Diagnostic& diagnostic : all) {
+        const bool isOfThis = Show(diagnostic.Element) == Show(element.Element);
+        if (isOfThis)
+            diagnostics.push_back(diagnostic);
+        else if (diagnostic.Element.start <= element.Element.start)
+            isAfterGuess = isAfterGuess || diagnostic.Element.end > element.Element.start ||
+                           diagnostic.Kind == Kind::TextAfterElement ||
+                           diagnostic.Severity == DiagnosticSeverity::Error;
+    }
+    const auto has = [&](Kind kind) {
+        return std::any_of(diagnostics.begin(), diagnostics.end(),
+                           [kind](const Diagnostic& diagnostic) { return diagnostic.Kind == kind; });
     };
     const TString content = PartOf(tooltip, element.Content);
     const auto sheet = VizInTooltipProperties::FromMarkupText(MarkupText(content));
     const ElementKind kind = GetElementKind(tooltip, element);
     const bool isEnded = element.End == ElementEnd::Bracket;
     const bool isValid = sheet && sheet->IsValid() && isEnded;
-    EXPECT_EQ(kind == ElementKind::Sheet, isValid);
-    EXPECT_EQ(kind == ElementKind::InvalidSheet, sheet && !isValid);
     const bool isCalledSheet = content.left(5).compare(Text(u"Sheet"), TString::CaseSensitivity(0)) == 0 &&
                                content.mid(5, 1).Trim().empty();
-    EXPECT_EQ(has(Kind::InterruptedElement, Kind::InterruptedElement),
-              element.End == ElementEnd::Interrupted);
-    EXPECT_EQ(has(Kind::UnterminatedElement, Kind::UnterminatedQuotes),
-              element.End == ElementEnd::Unterminated);
     EXPECT_EQ(kind == ElementKind::Plain, !isCalledSheet);
-    const bool isUnreadable = isCalledSheet && !sheet && element.End != ElementEnd::Unterminated;
-    if (isUnreadable || !isEnded || !isCalledSheet) {
-        EXPECT_EQ(has(Kind::WrongLetterCase, Kind::QuotesOpenAtBracket), isUnreadable);
+    EXPECT_EQ(kind == ElementKind::Sheet, isValid);
+    EXPECT_EQ(kind == ElementKind::InvalidSheet, sheet && !isValid);
+    if (isAfterGuess)
+        return;
+    EXPECT_TRUE(!diagnostics.empty() || (isEnded && (isValid || !isCalledSheet)));
+    if (sheet && isEnded) {
+        EXPECT_EQ(has(Kind::DuplicateAttribute), sheet->HasDuplicateAttributes());
+        EXPECT_TRUE(sheet->MissingSheetName() || !has(Kind::MissingSheetName));
+        EXPECT_EQ(has(Kind::InvalidSheetSize), sheet->HasInvalidSheetSize());
+        EXPECT_EQ(has(Kind::UnknownAttribute) || has(Kind::InvalidWhiteSpace),
+                  sheet->HasUnallowedAttributes());
     }
-    EXPECT_EQ(has(Kind::DuplicateAttribute, Kind::DuplicateAttribute),
-              sheet && isEnded && sheet->HasDuplicateAttributes());
-    EXPECT_EQ(has(Kind::MissingSheetName, Kind::MissingSheetName),
-              sheet && isEnded && sheet->MissingSheetName());
-    EXPECT_EQ(has(Kind::InvalidSheetSize, Kind::InvalidSheetSize),
-              sheet && isEnded && sheet->HasInvalidSheetSize());
-    EXPECT_EQ(has(Kind::UnknownAttribute, Kind::UnknownAttribute),
-              sheet && isEnded && sheet->HasUnallowedAttributes());
     const auto fields = isValid ? sheet->GetFilterFields() : std::vector<TString>();
-    EXPECT_EQ(has(Kind::DuplicateField, Kind::DuplicateField),
+    EXPECT_EQ(has(Kind::DuplicateField),
               std::set<TString>(fields.begin(), fields.end()).size() < fields.size());
-    const bool isError = (isCalledSheet && !isValid && content.Find(u'=', 0) >= 0) ||
-                         has(Kind::UnterminatedQuotes, Kind::UnterminatedQuotes);
-    EXPECT_TRUE(!isError || !diagnostics.empty());
-    for (const Diagnostic& diagnostic : diagnostics) {
-        EXPECT_TRUE(element.Element.start <= diagnostic.Range.start &&
-                    diagnostic.Range.end <= element.Element.end);
-        const TString message = GetDiagnosticMessage(tooltip, diagnostic);
-        EXPECT_TRUE(message.length() > 20 && message.Find(u'\n', 0) < 0) << Show(message);
-        EXPECT_EQ(diagnostic.Severity == DiagnosticSeverity::Error, isError);
-    }
+    const bool isError = isCalledSheet && !isValid && content.Find(u'=', 0) >= 0;
+    for (const Diagnostic& diagnostic : diagnostics)
+        EXPECT_TRUE(!isError || diagnostic.Severity == DiagnosticSeverity::Error);
+    EXPECT_TRUE(!isValid || diagnostics.empty() ||
+                diagnostics.front().Severity == DiagnosticSeverity::Warning);
 }
 
 /// The names of sheets and fields, against the operations that list those of valid elements.
@@ -171,6 +168,41 @@ inline void ExpectNames(const TString& tooltip, const std::vector<ElementRanges>
     EXPECT_EQ(Show(fields), Show(std::set<TString>(all.begin(), all.end())));
 }
 
+/// Fixes mend their diagnostics, make no new errors, and safe ones keep all sheets.
+inline void ExpectFixes(const TString& tooltip)
+{
+    SCOPED_TRACE(Show(tooltip));
+    const auto errorsAt = [](const TString& text, std::int64_t start) {
+        const std::vector<Diagnostic> all = FindDiagnostics(text);
+        return std::count_if(all.begin(), all.end(), [start](const Diagnostic& diagnostic) {
+            return diagnostic.Severity == DiagnosticSeverity::Error && diagnostic.Element.start == start;
+        });
+    };
+    const auto sheets = GetTargetSheetNamesFromTooltipText(tooltip);
+    const auto expectKept = [&](const TString& fixed) {
+        const auto now = GetTargetSheetNamesFromTooltipText(fixed);
+        EXPECT_TRUE(std::includes(now.begin(), now.end(), sheets.begin(), sheets.end())) << Show(fixed);
+    };
+    for (const Diagnostic& diagnostic : FindDiagnostics(tooltip))
+        for (const MarkupFix& fix : FindFixes(tooltip, diagnostic)) {
+            const TString fixed = ApplyTextEdits(tooltip, fix.Edits);
+            SCOPED_TRACE(Show(fix.Title) + ": " + Show(fixed));
+            EXPECT_FALSE(fix.Title.empty() || fix.Edits.empty());
+            if (fix.IsSafe) {
+                const std::int64_t start = diagnostic.Element.start;
+                EXPECT_LE(errorsAt(fixed, start), errorsAt(tooltip, start));
+                expectKept(fixed);
+            }
+            for (const Diagnostic& other : FindDiagnostics(fixed))
+                EXPECT_FALSE(other.Kind == diagnostic.Kind && other.Range.start == diagnostic.Range.start &&
+                             other.Range.end == diagnostic.Range.end &&
+                             Show(TextIn(fixed, other.Range)) == Show(TextIn(tooltip, diagnostic.Range)));
+        }
+    const TString fixed = ApplyTextEdits(tooltip, FixTooltip(tooltip));
+    expectKept(fixed);
+    EXPECT_TRUE(FixTooltip(fixed).empty()) << Show(fixed);
+}
+
 inline void ExpectRangesAndDiagnostics(const TString& tooltip)
 {
     SCOPED_TRACE(Show(tooltip));
@@ -179,6 +211,14 @@ inline void ExpectRangesAndDiagnostics(const TString& tooltip)
         diagnostics.begin(), diagnostics.end(), [](const Diagnostic& left, const Diagnostic& right) {
             return std::pair(left.Range.start, left.Kind) < std::pair(right.Range.start, right.Kind);
         }));
+    for (const Diagnostic& diagnostic : diagnostics) {
+        EXPECT_TRUE(0 <= diagnostic.Element.start && diagnostic.Element.start <= diagnostic.Range.start &&
+                    diagnostic.Range.start <= diagnostic.Range.end &&
+                    diagnostic.Range.end <= diagnostic.Element.end &&
+                    diagnostic.Element.end <= tooltip.length());
+        const TString message = GetDiagnosticMessage(tooltip, diagnostic);
+        EXPECT_TRUE(message.length() > 20 && message.Find(u'\n', 0) < 0) << Show(message);
+    }
     TString content;
     std::int64_t end = 0;
     int walked = 0; // the end of the last terminated element

@@ -5,9 +5,6 @@
 #include <corvanemarkup/MarkupDiagnostics.h>
 #include <corvaneplatform/TString.h>
 
-#include <boost/optional.hpp>
-
-#include <set>
 #include <string>
 #include <vector>
 
@@ -21,9 +18,9 @@ struct Finding
     std::string Message;
 };
 
-/// Returns the diagnostics of a tooltip in text order. If `sheets` is given, every other sheet is an error.
+/// Returns the diagnostics of a tooltip in text order.
 [[nodiscard]] std::vector<Finding> FindAll(const TString& tooltip,
-                                           const boost::optional<std::set<TString>>& sheets);
+                                           const corvanemarkup::VizInTooltip::KnownNames& knownNames);
 
 struct FindingKind
 {
@@ -31,7 +28,7 @@ struct FindingKind
     std::string Description;
 };
 
-/// Returns what can be found: the library's diagnostic kinds, in their order, and `unknown-sheet`.
+/// Returns the library's diagnostic kinds, in their order.
 [[nodiscard]] std::vector<FindingKind> FindingKinds();
 
 } // namespace tooltipreport

@@ -62,14 +62,14 @@ void ForEachTooltip(const Arguments& arguments, Use use, Fail fail)
 
 int Check(const Arguments& arguments)
 {
-    boost::optional<std::set<TString>> sheets;
+    VizInTooltip::KnownNames knownNames;
     if (!arguments.Sheets.empty() || !arguments.SheetsFile.empty())
-        sheets.emplace();
+        knownNames.Sheets.emplace();
     for (const std::string& sheet : arguments.Sheets)
-        sheets->insert(FromUtf8(sheet, "--sheet"));
+        knownNames.Sheets->insert(FromUtf8(sheet, "--sheet"));
     if (!arguments.SheetsFile.empty()) {
         for (const TString& sheet : ReadLines(arguments.SheetsFile))
-            sheets->insert(sheet);
+            knownNames.Sheets->insert(sheet);
     }
 
     const auto report = arguments.Format == "json"    ? MakeJsonReport(std::cout)
@@ -79,7 +79,7 @@ int Check(const Arguments& arguments)
     ForEachTooltip(
         arguments,
         [&](const TooltipFile& tooltip) {
-            std::vector<Finding> findings = FindAll(tooltip.Text, sheets);
+            std::vector<Finding> findings = FindAll(tooltip.Text, knownNames);
             for (Finding& finding : findings) {
                 if (arguments.WarningsAsErrors)
                     finding.Severity = VizInTooltip::DiagnosticSeverity::Error;
