@@ -62,8 +62,8 @@ test('every function has its declared types and names', () => {
     assert.deepEqual([names[4]?.range, names[4]?.element], [{ start: 50, end: 51 }, { start: 38, end: 52 }]);
     assert.deepEqual(findDiagnostics('if < 5 <Sheet name=B>') satisfies Diagnostic[], [
         {
-            kind: 'interrupted-element', severity: 'warning', range: { start: 3, end: 7 }, element: { start: 3, end: 7 },
-            message: "'<' is not closed before the next '<'; add '>', or write '<<' for a literal '<'",
+            kind: 'stray-angle-bracket', severity: 'warning', range: { start: 3, end: 7 }, element: { start: 3, end: 7 },
+            message: "'<' starts an element that is not closed; write '<<' for a literal '<'",
         },
         {
             kind: 'unquoted-value', severity: 'error', range: { start: 14, end: 20 }, element: { start: 7, end: 21 },
