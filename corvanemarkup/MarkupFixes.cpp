@@ -215,7 +215,7 @@ void FixFinder::FixUnclosed()
         return;
     content = content.substr(0, content.find_first_of(u"<\r\n"));
     const std::size_t last = content.find_last_not_of(u" \t.,;:!?()");
-    if (last != NotFound && last < 40) {
+    if (last < 40) { // there is one, and it is near
         const std::size_t end = m_elementStart + last + 2;
         Add(u"Add '>' after " + Quoted(content.substr(0, last + 1)), {{end, end, u">"}}, false);
     }

@@ -274,7 +274,7 @@ MarkupText InsertFilterFieldIntoMarkupText(const MarkupText& sheetMarkupText, co
         CORVANEMARKUP_CHECK("corvanemarkup/VizInTooltip",
                             first >= 0 && first - 1 <= last && last < fieldCount);
         start = static_cast<std::size_t>(first);
-        end = static_cast<std::size_t>(last + 1);
+        end = static_cast<std::size_t>(last) + 1;
     }
     fields = InsertField(std::move(fields), start, end, fieldToInsert, exclusiveField);
     return vizInTooltipProperties->WithFilterFields(fields).ToSheetMarkupText();
