@@ -71,7 +71,7 @@ private:
     std::vector<Diagnostic> m_diagnostics;
     std::size_t m_evidentStart = 0; ///< the last one found
     /// For all guesses together, which makes them linear in the text.
-    std::size_t m_steps = 200'000 + 32 * m_text.size();
+    std::size_t m_steps = 200'000 + 8 * m_text.size();
     // Of the current element; members only to reuse their memory.
     ReadableElement m_read;
     FewOrMany<Field> m_fields;
@@ -424,9 +424,12 @@ void AddUnknownNames(const TString& tooltipText, const KnownNames& knownNames,
             diagnostics.push_back({isSheet ? DiagnosticKind::UnknownSheet : DiagnosticKind::UnknownField,
                                    DiagnosticSeverity::Error, name.Range, name.Element});
     }
-    std::inplace_merge(
-        diagnostics.begin(), diagnostics.begin() + static_cast<std::ptrdiff_t>(others), diagnostics.end(),
+    const auto middle = diagnostics.begin() + static_cast<std::ptrdiff_t>(others);
+    std::vector<Diagnostic> merged(diagnostics.size());
+    std::merge(
+        diagnostics.begin(), middle, middle, diagnostics.end(), merged.begin(),
         [](const Diagnostic& left, const Diagnostic& right) { return left.Range.start < right.Range.start; });
+    diagnostics = std::move(merged);
 }
 
 } // namespace

@@ -633,8 +633,9 @@ std::vector<MarkupFix> FindFixes(const TString& tooltipText, const Diagnostic& d
 
 std::vector<TextEdit> FixTooltip(const TString& tooltipText)
 {
-    constexpr int mostRounds = 16;
-    constexpr std::ptrdiff_t mostOfElement = 64;
+    constexpr int mostRounds = 8;
+    constexpr std::int64_t fewOfElement = 2;
+    constexpr std::int64_t mostOfElement = 32'768; // diagnostics times units
     EditedText edited(tooltipText);
     TString text = tooltipText;
     for (int round = 0; round < mostRounds; ++round) {
@@ -644,8 +645,9 @@ std::vector<TextEdit> FixTooltip(const TString& tooltipText)
             const auto last = std::find_if(first, diagnostics.end(), [&](const Diagnostic& other) {
                 return other.Element.start != first->Element.start;
             });
-            // Each fix reads its element: linear, since they are few.
-            if (last - first <= mostOfElement)
+            // Each fix reads its element several times: linear, since few are found in a long one.
+            const std::int64_t count = last - first;
+            if (count <= fewOfElement || count * (first->Element.end - first->Element.start) <= mostOfElement)
                 std::for_each(first, last,
                               [&](const Diagnostic& diagnostic) { AddIfSafe(text, diagnostic, edits); });
             first = last;

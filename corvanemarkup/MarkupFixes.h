@@ -41,8 +41,8 @@ struct MarkupFix
 FindFixes(const TString& tooltipText, const Diagnostic& diagnostic, const KnownNames& knownNames = {});
 
 /// Returns the edits of all safe fixes, and of those that become safe by them, for `ApplyTextEdits`. On the
-/// result, it returns none. An element with more than 64 diagnostics is left as it is. Takes time linear in
-/// the text.
+/// result, it returns none. A long element with many diagnostics is left as it is: of more than 32,768 / n
+/// units with n diagnostics, unless n is at most 2. Takes time linear in the text.
 [[nodiscard]] CORVANEMARKUP_EXPORT std::vector<TextEdit> FixTooltip(const TString& tooltipText);
 
 } // namespace corvanemarkup::VizInTooltip
